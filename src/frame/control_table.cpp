@@ -1,0 +1,100 @@
+#include "frame/control_table.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "frame/theme.h"
+
+namespace orvane {
+namespace {
+
+using platform::Alignment;
+
+platform::Label::Style LabelStyle(Kind kind) {
+    switch (kind) {
+        case Kind::Title: return {.Align = Alignment::Centre};
+        case Kind::Button: return {.Align = Alignment::Centre, .Button = true};
+        case Kind::CentredCaption: return {.Align = Alignment::Centre, .Transparent = true};
+        case Kind::RightCaption: return {.Align = Alignment::Right, .Transparent = true};
+        case Kind::Help: return {.Wrapped = true, .Transparent = true};
+        default: return {.Transparent = true};
+    }
+}
+
+platform::TextBox::Style BoxStyle(Kind kind) {
+    constexpr int kDigits = 3;
+    switch (kind) {
+        case Kind::NumberBox: return {.Align = Alignment::Centre, .MaxLength = kDigits};
+        case Kind::ResultBox: return {.MultiLine = true, .ReadOnly = true};
+        default: return {};
+    }
+}
+
+const platform::Colors& ColorsOf(Kind kind) {
+    switch (kind) {
+        case Kind::Title: return kTitleColors;
+        case Kind::Caption:
+        case Kind::CentredCaption:
+        case Kind::RightCaption:
+        case Kind::Help: return kLabelColors;
+        default: return kControlColors;
+    }
+}
+
+std::unique_ptr<platform::Control> MakeControl(platform::Form& form, const ControlRow& row) {
+    switch (row.What) {
+        case Kind::Picture: return std::make_unique<platform::Picture>(form, row.Name, row.Place, row.Text);
+        case Kind::List: return std::make_unique<platform::DropDownList>(form, row.Name, row.Place);
+        case Kind::CheckBox: return std::make_unique<platform::CheckBox>(form, row.Name, row.Place, row.Text);
+        case Kind::TextBox:
+        case Kind::NumberBox:
+        case Kind::ResultBox: {
+            auto box = std::make_unique<platform::TextBox>(form, row.Name, row.Place, BoxStyle(row.What));
+            box->SetText(row.Text);
+            return box;
+        }
+        default: {
+            auto label = std::make_unique<platform::Label>(form, row.Name, row.Place, LabelStyle(row.What));
+            label->SetCaption(row.Text);
+            return label;
+        }
+    }
+}
+
+// An outline that is wider than its control lies behind it, a thin one on its edge.
+bool OutlinedBehind(Kind kind) {
+    return kind == Kind::TextBox || kind == Kind::NumberBox || kind == Kind::ResultBox ||
+           kind == Kind::CheckBox;
+}
+
+bool OutlinedOnEdge(Kind kind) { return kind == Kind::Title || kind == Kind::Button; }
+
+}  // namespace
+
+Window::Window(const WindowTable& table, platform::FormFrame frame)
+    : Form(table.Name, table.Caption, table.Width, table.Height, frame), table_(table) {
+    const bool themed = frame == platform::FormFrame::None;
+    const auto outline = [this](const ControlRow& row, int lineWidth) {
+        outlines_.push_back(std::make_unique<platform::Shape>(*this, "shp" + std::string(row.Name), row.Place,
+                                                              ColorsOf(row.What).Line, lineWidth));
+    };
+    for (const ControlRow& row : table.Controls) {
+        if (themed && OutlinedBehind(row.What)) outline(row, kBoxLine);
+        controls_.push_back(MakeControl(*this, row));
+        controls_.back()->SetFont(row.Font);
+        if (themed) controls_.back()->SetColors(ColorsOf(row.What));
+        if (themed && OutlinedOnEdge(row.What)) outline(row, kThinLine);
+    }
+    if (table.Centred) Centre();
+    if (table.Icon) SetIcon("logo");
+}
+
+Window::~Window() = default;
+
+platform::Control& Window::Named(std::string_view name) const {
+    const auto row = std::ranges::find(table_.Controls, name, &ControlRow::Name);
+    if (row == table_.Controls.end()) throw std::logic_error("no control " + std::string(name));
+    return *controls_[static_cast<std::size_t>(row - table_.Controls.begin())];
+}
+
+}  // namespace orvane

@@ -1,0 +1,146 @@
+#pragma once
+
+// The controls of a form. The order of their creation is the tab order, and a later one lies over an earlier
+// one. Every text is UTF-8 with CR LF line breaks. A "&" in a caption marks an access key, which moves the
+// focus to the next control in tab order that takes it; only the first one of a caption counts.
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/look.h"
+
+namespace platform {
+
+class Form;
+
+// What all controls share. A pointer event that a control has no handler for ends there.
+class Control {
+ public:
+    virtual ~Control();
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    void SetColors(const Colors& colors);
+    void SetFont(const Font& font);
+
+    // X and Y in pixels from the control's corner. The control that got the press gets every move and the
+    // release, wherever the pointer is.
+    std::function<void(float X, float Y)> MouseDown;
+    std::function<void(float X, float Y)> MouseMove;
+    std::function<void(float X, float Y)> MouseUp;
+    // A press that ends on the control, whichever button; a quick second one counts like any other.
+    std::function<void()> Click;
+    // The focus has gone to another control of the form.
+    std::function<void()> LostFocus;
+    // The focus is about to go to another control of the form: false holds it back.
+    std::function<bool()> Validate;
+
+    struct Native;
+    Native& Toolkit() const { return *native_; }
+
+ protected:
+    explicit Control(std::unique_ptr<Native> native);
+
+ private:
+    std::unique_ptr<Native> native_;
+};
+
+// Text that takes no focus. A label with a Click is a button to assistive technology.
+class Label : public Control {
+ public:
+    struct Style {
+        Alignment Align = Alignment::Left;
+        bool Wrapped = false;  // over several lines, from the top; else one line, in the middle of the height
+        bool Transparent = false;  // shows what lies behind it
+        bool Button = false;       // is pressed like a button
+    };
+    Label(Form& form, std::string_view name, const Rect& place, const Style& style);
+
+    std::string Caption() const;
+    // A line too wide for the label is drawn narrower, so that it stays whole.
+    void SetCaption(std::string_view caption);
+    // 1: a thin line round the label; 0: none.
+    int BorderStyle() const;
+    void SetBorderStyle(int style);
+};
+
+class TextBox : public Control {
+ public:
+    struct Style {
+        Alignment Align = Alignment::Left;
+        bool MultiLine = false;
+        bool ReadOnly = false;
+        bool ScrollBar = false;
+        bool TabStop = true;
+        int MaxLength = 0;  // for what the user enters, in characters; 0: none
+    };
+    TextBox(Form& form, std::string_view name, const Rect& place, const Style& style);
+
+    std::string Text() const;
+    void SetText(std::string_view text);
+    // Typed characters other than digits are refused; what is pasted or set goes in.
+    void SetDigitsOnly();
+
+    // Every change of the text, typed or set.
+    std::function<void()> Change;
+};
+
+class DropDownList : public Control {
+ public:
+    DropDownList(Form& form, std::string_view name, const Rect& place);
+
+    void AddItem(std::string_view text);
+    // From 0; -1 when nothing is selected.
+    int ListIndex() const;
+    // Fires Click like a choice by the user. An index outside the list selects nothing.
+    void SetListIndex(int index);
+    // The selected entry; empty when nothing is selected.
+    std::string Text() const;
+
+    // A key that gives a character, the list being open or closed; comes before the list acts on it.
+    std::function<void()> KeyPress;
+    // The list is about to open.
+    std::function<void()> DropDown;
+};
+
+class CheckBox : public Control {
+ public:
+    CheckBox(Form& form, std::string_view name, const Rect& place, std::string_view caption);
+
+    bool Checked() const;
+    // Fires Click if it changes the state.
+    void SetChecked(bool checked);
+};
+
+// The desktop's own push button.
+class PushButton : public Control {
+ public:
+    PushButton(Form& form, std::string_view name, const Rect& place, std::string_view caption);
+};
+
+// A rectangle's outline, centred on the edge of its place. Not a control: the pointer does not see it.
+class Shape {
+ public:
+    Shape(Form& form, std::string_view name, const Rect& place, Color color, int lineWidth);
+    ~Shape();
+    Shape(const Shape&) = delete;
+    Shape& operator=(const Shape&) = delete;
+
+    // In pixels.
+    void SetHeight(int height);
+    int Height() const;
+
+ private:
+    struct Native;
+    std::unique_ptr<Native> native_;
+};
+
+// A fixed picture of the program's own, by its name.
+class Picture : public Control {
+ public:
+    Picture(Form& form, std::string_view name, const Rect& place, std::string_view picture);
+};
+
+}  // namespace platform

@@ -1,0 +1,67 @@
+#include "platform/application.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QMessageBox>
+#include <cstdlib>
+
+#include "platform/qt/accessibility.h"
+#include "platform/qt/toolkit.h"
+
+namespace platform {
+namespace {
+
+constexpr char kProgramTitle[] = "Orvane Utilities";
+
+QApplication* application = nullptr;
+
+// A Wayland desktop lets no program place its windows or keep them in front. Where it also offers an X
+// server, that is the way to both.
+void PreferX11() {
+    const QByteArray wanted = qgetenv("QT_QPA_PLATFORM");
+    const bool open = wanted.isEmpty() || wanted.startsWith("wayland");
+    if (open && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && !qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+}
+
+}  // namespace
+
+Application::Application(int& argumentCount, char** arguments) {
+    PreferX11();
+    QCoreApplication::setApplicationName("orvane-utilities");
+    QGuiApplication::setDesktopFileName("orvane-utilities");
+    application = new QApplication(argumentCount, arguments);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QAccessible::installFactory(MakeAccessible);
+}
+
+void Application::Run() {
+    const int result = QApplication::exec();
+    // Taking the toolkit down hands the clipboard over. What is left, a sound and its thread, ends with the
+    // process.
+    delete application;
+    std::_Exit(result);
+}
+
+void EndProgram() {
+    for (QWidget* window : QApplication::topLevelWidgets()) window->hide();
+    QCoreApplication::exit(0);
+}
+
+void SetClipboardText(std::string_view text) {
+    // As it stands: the line breaks are not the toolkit's.
+    QGuiApplication::clipboard()->setText(
+        QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+}
+
+void ShowMessage(std::string_view text) {
+    QMessageBox box(QMessageBox::NoIcon, kProgramTitle, ToQString(text), QMessageBox::Ok,
+                    QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setWindowModality(Qt::ApplicationModal);
+    box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    box.exec();
+}
+
+}  // namespace platform

@@ -1,0 +1,188 @@
+#include "platform/form.h"
+
+#include <QCloseEvent>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/toolkit.h"
+
+namespace platform {
+namespace {
+
+constexpr float kTwipsPerPixel = 15;
+
+int ToPixels(float twips) { return static_cast<int>(std::lround(twips / kTwipsPerPixel)); }
+
+Qt::WindowFlags FlagsOf(FormFrame frame) {
+    if (frame == FormFrame::None) return Qt::Window | Qt::FramelessWindowHint;
+    return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+           Qt::WindowCloseButtonHint;
+}
+
+}  // namespace
+
+FormWidget::FormWidget(Form& form, FormFrame frame) : QWidget(nullptr, FlagsOf(frame)), form_(&form) {
+    setMouseTracking(true);
+}
+
+void FormWidget::Enrol(Control::Native& control) {
+    controls_.push_back(&control);
+    if (control.Widget->focusPolicy() == Qt::NoFocus) return;
+    if (!nextName_.isEmpty()) control.Widget->setAccessibleName(nextName_);
+    nextName_.clear();
+}
+
+void FormWidget::Forget(Control::Native& control) { std::erase(controls_, &control); }
+
+Control::Native* FormWidget::Find(const QWidget* widget) const {
+    const auto found = std::ranges::find(controls_, widget, &Control::Native::Widget);
+    return found == controls_.end() ? nullptr : *found;
+}
+
+void FormWidget::FocusBehind(const QWidget* label) {
+    const auto start = std::ranges::find(controls_, label, &Control::Native::Widget);
+    const auto next = std::find_if(start, controls_.end(), [](const Control::Native* control) {
+        return control->Widget->focusPolicy() != Qt::NoFocus;
+    });
+    if (next != controls_.end()) FocusTo((*next)->Widget);
+}
+
+void FormWidget::FocusTo(QWidget* widget) {
+    if (MayLeaveTo(widget)) widget->setFocus(Qt::ShortcutFocusReason);
+}
+
+bool FormWidget::MayLeaveTo(const QWidget* next) const {
+    const Control::Native* current = Find(focusWidget());
+    if (current == nullptr || current->Widget == next || !current->Owner->Validate) return true;
+    return current->Owner->Validate();
+}
+
+bool FormWidget::focusNextPrevChild(bool next) {
+    return !MayLeaveTo(nullptr) || QWidget::focusNextPrevChild(next);
+}
+
+// The toolkit gives the focus away before a widget sees the press, so the press is looked at where it enters
+// the window.
+bool FormWidget::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != windowHandle() ||
+        (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonDblClick)) {
+        return QWidget::eventFilter(watched, event);
+    }
+    const QWidget* target = childAt(static_cast<QMouseEvent*>(event)->position().toPoint());
+    while (target != nullptr && target != this && (target->focusPolicy() & Qt::ClickFocus) == 0)
+        target = target->parentWidget();
+    return target != nullptr && target != this && !MayLeaveTo(target);
+}
+
+void FormWidget::mouseMoveEvent(QMouseEvent* event) {
+    if (form_ == nullptr || !form_->MouseMove) return;
+    form_->MouseMove(static_cast<float>(event->position().x()), static_cast<float>(event->position().y()));
+}
+
+void FormWidget::MoveTo(float left, float top) {
+    left_ = left;
+    top_ = top;
+    const QPoint position(ToPixels(left), ToPixels(top));
+    if (position == pos()) return;
+    constexpr std::size_t kMostUnconfirmed = 64;
+    requested_.push_back(position);
+    if (requested_.size() > kMostUnconfirmed) requested_.pop_front();
+    move(position);
+}
+
+// A display server answers each move later, so a report of a position asked for some moves ago is no news.
+void FormWidget::moveEvent(QMoveEvent* event) {
+    const auto own = std::ranges::find(requested_, event->pos());
+    if (own != requested_.end()) {
+        requested_.erase(requested_.begin(), own);
+        return;
+    }
+    if (event->pos() == QPoint(ToPixels(left_), ToPixels(top_))) return;
+    left_ = static_cast<float>(event->pos().x()) * kTwipsPerPixel;
+    top_ = static_cast<float>(event->pos().y()) * kTwipsPerPixel;
+}
+
+void FormWidget::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (form_ != nullptr) form_->CloseFromOutside();
+}
+
+void FormWidget::ShowAgain() {
+    if (!isVisible()) {
+        // A window manager would place a window that comes back as if it were new.
+        if (shownBefore_) move(ToPixels(left_), ToPixels(top_));
+        if (focusWidget() == nullptr) QWidget::focusNextPrevChild(true);
+    }
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    if (!shownBefore_) windowHandle()->installEventFilter(this);
+    shownBefore_ = true;
+    raise();
+    activateWindow();
+}
+
+Form::Form(std::string_view name, std::string_view caption, int width, int height, FormFrame frame)
+    : native_(std::make_unique<Native>()) {
+    native_->Widget = new FormWidget(*this, frame);
+    native_->Widget->setObjectName(ToQString(name));
+    native_->Widget->setWindowTitle(ToQString(caption));
+    native_->Widget->setFixedSize(width, height);
+}
+
+// The widget may be in the middle of an event of its own.
+Form::~Form() {
+    native_->Widget->Orphan();
+    native_->Widget->hide();
+    native_->Widget->deleteLater();
+}
+
+void Form::Show() { native_->Widget->ShowAgain(); }
+void Form::Hide() { native_->Widget->hide(); }
+bool Form::Visible() const { return native_->Widget->isVisible(); }
+
+void Form::StayOnTop() {
+    const bool visible = Visible();
+    native_->Widget->setWindowFlag(Qt::WindowStaysOnTopHint);
+    if (visible) native_->Widget->show();
+}
+
+void Form::Centre() {
+    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr) return;
+    const QRect area = screen->geometry();
+    const QSize size = native_->Widget->size();
+    native_->Widget->MoveTo(
+        static_cast<float>(area.x() + (area.width() - size.width()) / 2) * kTwipsPerPixel,
+        static_cast<float>(area.y() + (area.height() - size.height()) / 2) * kTwipsPerPixel);
+}
+
+void Form::SetIcon(std::string_view picture) {
+    QIcon icon;
+    icon.addPixmap(LoadPicture(picture, 1));
+    icon.addPixmap(LoadPicture(picture, 2));
+    native_->Widget->setWindowIcon(icon);
+}
+
+void Form::SetBackColor(Color color) {
+    QPalette palette = native_->Widget->palette();
+    palette.setColor(QPalette::Window, ToQColor(color));
+    native_->Widget->setPalette(palette);
+}
+
+float Form::Left() const { return native_->Widget->Left(); }
+float Form::Top() const { return native_->Widget->Top(); }
+float Form::Height() const { return static_cast<float>(native_->Widget->height()) * kTwipsPerPixel; }
+void Form::SetLeft(float twips) { native_->Widget->MoveTo(twips, Top()); }
+void Form::SetTop(float twips) { native_->Widget->MoveTo(Left(), twips); }
+void Form::SetHeight(float twips) {
+    native_->Widget->setFixedSize(native_->Widget->width(), std::max(1, ToPixels(twips)));
+}
+
+}  // namespace platform

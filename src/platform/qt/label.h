@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QWidget>
+
+#include "platform/controls.h"
+#include "platform/qt/toolkit.h"
+
+namespace platform {
+
+// Draws a label; what happens on it is its control's business.
+class LabelWidget : public QWidget {
+ public:
+    LabelWidget(QWidget* parent, const Label::Style& style);
+
+    const Label::Style& Style() const { return style_; }
+    const QString& Caption() const { return caption_; }
+    const ParsedCaption& Parsed() const { return parsed_; }
+    void SetCaption(const QString& caption);
+    bool Bordered() const { return bordered_; }
+    void SetBordered(bool bordered);
+
+ protected:
+    void paintEvent(QPaintEvent* event) override;
+
+ private:
+    Label::Style style_;
+    QString caption_;
+    ParsedCaption parsed_;
+    bool bordered_ = false;
+};
+
+}  // namespace platform

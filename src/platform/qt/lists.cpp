@@ -1,0 +1,87 @@
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QListView>
+
+#include "platform/controls.h"
+#include "platform/qt/theme_style.h"
+#include "platform/qt/toolkit.h"
+
+namespace platform {
+namespace {
+
+class ListWidget : public QComboBox {
+ public:
+    explicit ListWidget(QWidget* parent) : QComboBox(parent) {
+        setFocusPolicy(Qt::StrongFocus);
+        setMaxVisibleItems(20);
+    }
+
+    std::function<void()> OnKey;
+    std::function<void()> OnOpen;
+
+    void showPopup() override {
+        if (OnOpen) OnOpen();
+        if (!watched_) {
+            watched_ = true;
+            view()->installEventFilter(this);
+            ThemePopup(*view(), *this);
+        }
+        QComboBox::showPopup();
+    }
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        Report(*event);
+        QComboBox::keyPressEvent(event);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        // The toolkit acts on some keys before they are pressed, in the round that looks for shortcuts.
+        if (event->type() == QEvent::ShortcutOverride) Report(*static_cast<QKeyEvent*>(event));
+        return QComboBox::eventFilter(watched, event);
+    }
+
+ private:
+    void Report(const QKeyEvent& event) {
+        if (OnKey && !event.text().isEmpty() && event.key() != Qt::Key_Delete) OnKey();
+    }
+
+    bool watched_ = false;
+};
+
+}  // namespace
+
+DropDownList::DropDownList(Form& form, std::string_view name, const Rect& place)
+    : Control(std::make_unique<Native>(form, name, place, new ListWidget(form.Toolkit().Widget),
+                                       Native::Pointer::Toolkit)) {
+    auto& list = static_cast<ListWidget&>(*Toolkit().Widget);
+    list.OnKey = [this] {
+        if (KeyPress) KeyPress();
+    };
+    list.OnOpen = [this] {
+        if (DropDown) DropDown();
+    };
+    QObject::connect(&list, &QComboBox::activated, &Toolkit(), [this] {
+        if (Click) Click();
+    });
+}
+
+void DropDownList::AddItem(std::string_view text) {
+    auto& list = static_cast<ListWidget&>(*Toolkit().Widget);
+    const int index = list.currentIndex();
+    list.addItem(ToQString(text));
+    list.setCurrentIndex(index);  // the toolkit would select the first entry by itself
+}
+
+int DropDownList::ListIndex() const { return static_cast<ListWidget*>(Toolkit().Widget)->currentIndex(); }
+
+void DropDownList::SetListIndex(int index) {
+    static_cast<ListWidget*>(Toolkit().Widget)->setCurrentIndex(index);
+    if (Click) Click();
+}
+
+std::string DropDownList::Text() const {
+    return FromQString(static_cast<ListWidget*>(Toolkit().Widget)->currentText());
+}
+
+}  // namespace platform

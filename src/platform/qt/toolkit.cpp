@@ -1,0 +1,158 @@
+#include "platform/qt/toolkit.h"
+
+#include <QFocusEvent>
+#include <QFontMetricsF>
+#include <QKeySequence>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QShortcut>
+#include <cmath>
+
+#include "platform/qt/theme_style.h"
+
+namespace platform {
+
+QString ToQString(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).replace("\r\n", "\n");
+}
+
+std::string FromQString(QString text) { return text.replace('\n', "\r\n").toStdString(); }
+
+QColor ToQColor(Color color) { return {color.Red, color.Green, color.Blue}; }
+
+QFont ToQFont(const Font& font) {
+    constexpr double kPixelsPerPoint = 96.0 / 72.0;
+    QFont result;
+    if (font.Family == "Fixedsys") {
+        // 13 pixels of this family are the largest size that keeps within 8 pixels a character and 16 a line.
+        result.setFamilies({"DejaVu Sans Mono", "Liberation Mono", "monospace"});
+        result.setStyleHint(QFont::Monospace);
+        result.setPixelSize(13);
+        static const qreal kMissing = 8.0 - QFontMetricsF(result).horizontalAdvance('0');
+        result.setLetterSpacing(QFont::AbsoluteSpacing, kMissing);
+    } else {
+        result.setFamilies({"Liberation Sans", "Arimo", "Helvetica", "DejaVu Sans", "sans-serif"});
+        result.setPixelSize(static_cast<int>(std::lround(font.Points * kPixelsPerPoint)));
+    }
+    return result;
+}
+
+QPixmap LoadPicture(std::string_view name, qreal density) {
+    const QString base = ":/assets/" + ToQString(name);
+    QPixmap picture(density > 1 ? base + "@2x.png" : base + ".png");
+    if (density > 1) picture.setDevicePixelRatio(2);
+    return picture;
+}
+
+QKeySequence ParsedCaption::Shortcut() const {
+    return KeyIndex < 0 ? QKeySequence() : QKeySequence("Alt+" + Text.mid(KeyIndex, 1).toUpper());
+}
+
+ParsedCaption ParseCaption(const QString& caption) {
+    for (qsizetype mark = caption.indexOf('&'); mark >= 0; mark = caption.indexOf('&', mark + 1)) {
+        if (mark + 1 == caption.size() || !caption[mark + 1].isLetterOrNumber()) continue;
+        return {QString(caption).remove(mark, 1), static_cast<int>(mark)};
+    }
+    return {caption, -1};
+}
+
+Control::Native::Native(Form& form, std::string_view name, const Rect& place, QWidget* widget,
+                        Pointer pointer)
+    : Parent(form.Toolkit().Widget), Widget(widget), pointer_(pointer) {
+    widget->setObjectName(ToQString(name));
+    widget->setGeometry(place.Left, place.Top, place.Width, place.Height);
+    widget->setAttribute(Qt::WA_NoMousePropagation);
+    widget->setMouseTracking(true);
+    widget->installEventFilter(this);
+    Parent->Enrol(*this);
+}
+
+void Control::Native::WatchViewport(QWidget* viewport) {
+    viewport->setMouseTracking(true);
+    viewport->installEventFilter(this);
+}
+
+bool Control::Native::eventFilter(QObject*, QEvent* event) {
+    switch (event->type()) {
+        case QEvent::MouseMove:
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseButtonRelease: return HandlePointer(event);
+        case QEvent::FocusOut: {
+            // A list that opens and a window that loses the desktop's attention keep the focus in their own
+            // eyes.
+            const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+            const bool leaves = reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason &&
+                                reason != Qt::MenuBarFocusReason;
+            if (leaves && Owner->LostFocus) Owner->LostFocus();
+            return false;
+        }
+        default: return false;
+    }
+}
+
+bool Control::Native::HandlePointer(QEvent* event) {
+    const auto* mouse = static_cast<QMouseEvent*>(event);
+    const QPointF at = mouse->position();
+    const auto call = [at](const std::function<void(float, float)>& handler) {
+        if (handler) handler(static_cast<float>(at.x()), static_cast<float>(at.y()));
+    };
+    if (event->type() == QEvent::MouseMove) {
+        call(Owner->MouseMove);
+        return pointer_ == Pointer::Plain;
+    }
+    if (pointer_ == Pointer::Toolkit) return false;
+    if (event->type() != QEvent::MouseButtonRelease) {
+        // A second button during a press belongs to the same press.
+        if (pressed_ == Qt::NoButton) pressed_ = mouse->button();
+        call(Owner->MouseDown);
+        return true;
+    }
+    call(Owner->MouseUp);
+    if (mouse->button() == pressed_) {
+        pressed_ = Qt::NoButton;
+        if (Owner->Click && Widget->rect().contains(at.toPoint())) Owner->Click();
+    }
+    return true;
+}
+
+void Control::Native::SetAccessKey(const ParsedCaption& caption, std::function<void()> activated) {
+    const QKeySequence key = caption.Shortcut();
+    if (shortcut_ != nullptr && shortcut_->key() == key) return;
+    delete shortcut_;
+    shortcut_ = nullptr;
+    if (key.isEmpty()) return;
+    shortcut_ = new QShortcut(key, Widget);
+    connect(shortcut_, &QShortcut::activated, this, activated);
+    connect(shortcut_, &QShortcut::activatedAmbiguously, this, activated);
+}
+
+void Control::Native::PressFromOutside() {
+    const QPointF middle = QRectF(Widget->rect()).center();
+    const auto x = static_cast<float>(middle.x());
+    const auto y = static_cast<float>(middle.y());
+    if (Owner->MouseDown) Owner->MouseDown(x, y);
+    if (Owner->MouseUp) Owner->MouseUp(x, y);
+    if (Owner->Click) Owner->Click();
+}
+
+Control::Control(std::unique_ptr<Native> native) : native_(std::move(native)) { native_->Owner = this; }
+
+Control::~Control() { native_->Parent->Forget(*native_); }
+
+void Control::SetColors(const Colors& colors) {
+    QPalette palette;
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button, QPalette::HighlightedText})
+        palette.setColor(role, ToQColor(colors.Back));
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText})
+        palette.setColor(role, ToQColor(colors.Text));
+    palette.setColor(QPalette::Mid, ToQColor(colors.Line));
+    palette.setColor(QPalette::Highlight, ToQColor(colors.Text));
+    native_->Widget->setPalette(palette);
+    ApplyThemeStyle(*native_->Widget);
+}
+
+void Control::SetFont(const Font& font) { native_->Widget->setFont(ToQFont(font)); }
+
+}  // namespace platform

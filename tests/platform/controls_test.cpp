@@ -1,0 +1,164 @@
+// What a window may rely on, shown on a form of the test's own.
+
+#include "platform/controls.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "platform/application.h"
+#include "platform/form.h"
+#include "support/robot.h"
+
+using namespace platform;
+
+namespace {
+
+struct Loading : Form {
+    Loading() : Form("Loading", "Loading", 100, 100, FormFrame::None) {}
+    void Form_Load() override {
+        ++Loads;
+        Inner = &TheForm<Loading>();
+        TheForm<Loading>().Hide();
+    }
+    static inline int Loads = 0;
+    Form* Inner = nullptr;
+};
+
+TEST(FormReference, LoadsOnceAlsoFromInside) {
+    EXPECT_FALSE(IsLoaded<Loading>());
+    Loading& form = TheForm<Loading>();
+    EXPECT_EQ(&TheForm<Loading>(), &form);
+    EXPECT_EQ(form.Inner, &form);
+    EXPECT_EQ(Loading::Loads, 1);
+    EXPECT_FALSE(form.Visible());
+    UnloadForm<Loading>();
+    EXPECT_FALSE(IsLoaded<Loading>());
+}
+
+class Controls : public testing::Test {
+ protected:
+    Form form{"Test", "Test", 300, 200, FormFrame::None};
+    std::vector<std::string> events;
+    auto Note(std::string event) {
+        return [this, event] { events.push_back(event); };
+    }
+    auto NoteAt(std::string event) {
+        return [this, event](float x, float y) {
+            events.push_back(event + " " + std::to_string(static_cast<int>(x)) + "," +
+                             std::to_string(static_cast<int>(y)));
+        };
+    }
+    std::vector<std::string> Events() { return std::exchange(events, {}); }
+    using Strings = std::vector<std::string>;
+};
+
+TEST_F(Controls, ALabelThatGotThePressGetsTheRest) {
+    Label label(form, "label", {10, 10, 50, 20}, {});
+    Label silent(form, "silent", {100, 10, 50, 20}, {});
+    Shape shape(form, "shape", {10, 10, 50, 20}, {}, 1);
+    form.MouseMove = NoteAt("form");
+    label.MouseDown = NoteAt("down");
+    label.MouseMove = NoteAt("move");
+    label.MouseUp = NoteAt("up");
+    label.Click = Note("click");
+    form.Show();
+    robot::Move("Test", {12, 13});
+    EXPECT_EQ(Events(), Strings{"move 2,3"});
+    robot::Press("Test", {12, 13});
+    robot::Move("Test", {110, 100});
+    robot::Release("Test", {110, 100});
+    EXPECT_EQ(Events(), (Strings{"down 2,3", "move 100,90", "up 100,90"}));
+    robot::Move("Test", {12, 13});
+    Events();
+    robot::Press("Test", {12, 13}, robot::Button::Middle);
+    robot::Release("Test", {12, 13}, robot::Button::Middle);
+    EXPECT_EQ(Events(), (Strings{"down 2,3", "up 2,3", "click"}));
+    robot::DoubleClick("Test", "label");
+    EXPECT_EQ(std::ranges::count(Events(), "click"), 2);
+    // A control without handlers ends an event, the form's own background has it.
+    robot::Hover("Test", "silent");
+    EXPECT_TRUE(Events().empty());
+    robot::Move("Test", {200, 150});
+    EXPECT_EQ(Events(), Strings{"form 200,150"});
+}
+
+TEST_F(Controls, ACaptionHasAtMostOneAccessKey) {
+    Label label(form, "label", {0, 0, 100, 20}, {});
+    TextBox hidden(form, "ignored", {0, 20, 100, 20}, {.TabStop = false});
+    TextBox other(form, "other", {0, 40, 100, 20}, {});
+    label.SetCaption("&1.) Rest & be &thankful");
+    EXPECT_EQ(robot::Text("Test", "label"), "1.) Rest & be &thankful");
+    form.Show();
+    robot::Click("Test", "other");
+    robot::Key("Test", "Alt+1");
+    EXPECT_EQ(robot::Focus("Test"), "ignored");
+    label.SetCaption("Bread && &Butter");
+    EXPECT_EQ(robot::Text("Test", "label"), "Bread && Butter");
+    EXPECT_EQ(label.Caption(), "Bread && &Butter");
+}
+
+TEST_F(Controls, ATextKeepsItsLineBreaksAndTellsItsChanges) {
+    TextBox box(form, "box", {0, 0, 100, 100}, {.MultiLine = true});
+    TextBox line(form, "line", {0, 100, 100, 20}, {});
+    box.Change = Note("box");
+    line.Change = Note("line");
+    box.SetText("one\r\ntwo\r\n");
+    line.SetText("1");
+    EXPECT_EQ(Events(), (Strings{"box", "line"}));
+    form.Show();
+    robot::Click("Test", "box");
+    robot::Key("Test", "Ctrl+End");
+    robot::Type("Test", "3");
+    robot::Key("Test", "Return");
+    EXPECT_EQ(box.Text(), "one\r\ntwo\r\n3\r\n");
+    EXPECT_EQ(Events(), (Strings{"box", "box"}));
+    robot::Key("Test", "Ctrl+A");
+    robot::Key("Test", "Ctrl+C");
+    SetClipboardText(box.Text());
+    EXPECT_EQ(robot::Clipboard(), "one\r\ntwo\r\n3\r\n");
+}
+
+TEST_F(Controls, AListTellsItsOpeningKeysAndChoices) {
+    DropDownList list(form, "list", {0, 0, 100, 20});
+    for (const char* entry : {"Male", "Female", "Other"}) list.AddItem(entry);
+    EXPECT_EQ(list.ListIndex(), -1);
+    EXPECT_EQ(list.Text(), "");
+    list.Click = [this, &list] { events.push_back("click " + list.Text()); };
+    list.KeyPress = Note("key");
+    list.DropDown = Note("open");
+    list.SetListIndex(0);
+    list.SetListIndex(0);
+    EXPECT_EQ(Events(), (Strings{"click Male", "click Male"}));
+    form.Show();
+    robot::Choose("Test", "list", 2);
+    EXPECT_EQ(Events(), (Strings{"open", "click Other"}));
+    robot::Key("Test", "F");
+    EXPECT_EQ(Events(), (Strings{"key", "click Female"}));
+    robot::Key("Test", "Up");
+    EXPECT_EQ(Events(), Strings{"click Male"});
+    robot::OpenList("Test", "list");
+    robot::KeyInOpenList("Test", "list", "O");
+    robot::KeyInOpenList("Test", "list", "Return");
+    EXPECT_EQ(Events(), (Strings{"open", "key", "key", "click Other"}));
+}
+
+TEST_F(Controls, TheFocusAsksBeforeItGoesAndTellsThatItWent) {
+    TextBox first(form, "first", {0, 0, 100, 20}, {});
+    PushButton button(form, "button", {0, 30, 100, 20}, "&Save");
+    bool letGo = false;
+    first.Validate = [&] { return letGo; };
+    first.LostFocus = Note("lost");
+    button.Click = Note("saved");
+    form.Show();
+    robot::Click("Test", "button");
+    robot::Key("Test", "Alt+S");
+    EXPECT_TRUE(Events().empty());
+    letGo = true;
+    robot::Key("Test", "Alt+S");
+    EXPECT_EQ(Events(), (Strings{"lost", "saved"}));
+    robot::Click("Test", "button");
+    EXPECT_EQ(Events(), Strings{"saved"});
+}
+
+}  // namespace

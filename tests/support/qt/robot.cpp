@@ -1,0 +1,216 @@
+#include "support/robot.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QKeySequence>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+#include <QWindow>
+#include <stdexcept>
+
+#include "platform/application.h"
+#include "platform/qt/label.h"
+
+namespace robot {
+namespace {
+
+QString Name(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QWidget& FindForm(std::string_view form) {
+    // An unloaded form of the same name is on its way out.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == Name(form)) return *window;
+    }
+    throw std::runtime_error("no window " + std::string(form));
+}
+
+QWidget& FindControl(std::string_view form, std::string_view control) {
+    if (auto* found = FindForm(form).findChild<QWidget*>(Name(control), Qt::FindDirectChildrenOnly))
+        return *found;
+    throw std::runtime_error("no control " + std::string(control));
+}
+
+QWindow* WindowOf(std::string_view form) {
+    QWidget& widget = FindForm(form);
+    if (!widget.isVisible()) throw std::runtime_error(std::string(form) + " is not on the screen");
+    return widget.windowHandle();
+}
+
+Qt::MouseButton ToQt(Button button) {
+    switch (button) {
+        case Button::Middle: return Qt::MiddleButton;
+        case Button::Right: return Qt::RightButton;
+        case Button::Left: break;
+    }
+    return Qt::LeftButton;
+}
+
+QPoint ToQt(Point at) { return {qRound(at.X), qRound(at.Y)}; }
+
+platform::Rect ToRect(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
+
+void SendKey(QWindow* window, std::string_view key) {
+    const QKeySequence sequence(Name(key));
+    if (sequence.count() != 1) throw std::runtime_error("no key " + std::string(key));
+    QTest::keyClick(window, sequence[0].key(), sequence[0].keyboardModifiers());
+}
+
+QAccessibleInterface* Accessible(std::string_view form, std::string_view control) {
+    return QAccessible::queryAccessibleInterface(&FindControl(form, control));
+}
+
+}  // namespace
+
+void Move(std::string_view form, Point at) { QTest::mouseMove(WindowOf(form), ToQt(at)); }
+
+void Press(std::string_view form, Point at, Button button) {
+    QTest::mousePress(WindowOf(form), ToQt(button), {}, ToQt(at));
+}
+
+void Release(std::string_view form, Point at, Button button) {
+    QTest::mouseRelease(WindowOf(form), ToQt(button), {}, ToQt(at));
+}
+
+Point Middle(std::string_view form, std::string_view control) {
+    const QPoint middle = FindControl(form, control).geometry().center();
+    return {static_cast<double>(middle.x()), static_cast<double>(middle.y())};
+}
+
+void Hover(std::string_view form, std::string_view control) { Move(form, Middle(form, control)); }
+
+void Click(std::string_view form, std::string_view control, Button button) {
+    Press(form, Middle(form, control), button);
+    Release(form, Middle(form, control), button);
+    // Two clicks of a test are two, however fast they come.
+    QTest::lastMouseTimestamp += QTest::mouseDoubleClickInterval;
+}
+
+void DoubleClick(std::string_view form, std::string_view control) {
+    const Point middle = Middle(form, control);
+    QTest::mouseDClick(WindowOf(form), Qt::LeftButton, {}, ToQt(middle));
+}
+
+void Key(std::string_view form, std::string_view key) { SendKey(WindowOf(form), key); }
+
+void Type(std::string_view form, std::string_view text) {
+    QWindow* window = WindowOf(form);
+    for (const char c : text) QTest::keyClick(window, c);
+}
+
+void Paste(std::string_view form, std::string_view text) {
+    QApplication::clipboard()->setText(Name(text));
+    Key(form, "Ctrl+V");
+}
+
+std::string Clipboard() { return QApplication::clipboard()->text().toStdString(); }
+
+void OpenList(std::string_view form, std::string_view control) {
+    Click(form, control);
+    // A release soon after the opening would be the end of the opening click.
+    QTest::qWait(QApplication::doubleClickInterval() + 50);
+}
+
+void Choose(std::string_view form, std::string_view control, int index) {
+    OpenList(form, control);
+    auto& list = dynamic_cast<QComboBox&>(FindControl(form, control));
+    QAbstractItemView* view = list.view();
+    const QPoint at = view->visualRect(view->model()->index(index, 0)).center();
+    QTest::mouseMove(view->viewport(), at);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, at);
+}
+
+void KeyInOpenList(std::string_view form, std::string_view control, std::string_view key) {
+    auto& list = dynamic_cast<QComboBox&>(FindControl(form, control));
+    SendKey(list.view()->window()->windowHandle(), key);
+}
+
+void DesktopMoves(std::string_view form, int left, int top) {
+    WindowOf(form)->setPosition(left, top);
+    QCoreApplication::processEvents();
+}
+
+void DesktopCloses(std::string_view form) { FindForm(form).close(); }
+
+bool Shown(std::string_view form) {
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == Name(form)) return window->isVisible();
+    }
+    return false;
+}
+
+std::vector<std::string> ShownWindows() {
+    std::vector<std::string> names;
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (!window->isVisible()) continue;
+        names.push_back(
+            (window->objectName().isEmpty() ? window->windowTitle() : window->objectName()).toStdString());
+    }
+    return names;
+}
+
+platform::Rect Bounds(std::string_view form) { return ToRect(FindForm(form).geometry()); }
+
+platform::Rect Bounds(std::string_view form, std::string_view control) {
+    return ToRect(FindControl(form, control).geometry());
+}
+
+std::string Text(std::string_view form, std::string_view control) {
+    QWidget& widget = FindControl(form, control);
+    if (const auto* label = dynamic_cast<platform::LabelWidget*>(&widget))
+        return label->Parsed().Text.toStdString();
+    if (const auto* box = qobject_cast<QLineEdit*>(&widget)) return box->text().toStdString();
+    if (const auto* area = qobject_cast<QPlainTextEdit*>(&widget))
+        return area->toPlainText().replace('\n', "\r\n").toStdString();
+    if (const auto* list = qobject_cast<QComboBox*>(&widget)) return list->currentText().toStdString();
+    if (const auto* button = qobject_cast<QAbstractButton*>(&widget)) return button->text().toStdString();
+    throw std::runtime_error("no text on " + std::string(control));
+}
+
+std::string Focus(std::string_view form) {
+    const QWidget* focus = FindForm(form).focusWidget();
+    return focus == nullptr ? std::string() : focus->objectName().toStdString();
+}
+
+platform::Color Pixel(std::string_view form, int x, int y) {
+    const QColor color = FindForm(form).grab().toImage().pixelColor(x, y);
+    return {static_cast<std::uint8_t>(color.red()), static_cast<std::uint8_t>(color.green()),
+            static_cast<std::uint8_t>(color.blue())};
+}
+
+Told Describe(std::string_view form, std::string_view control) {
+    const QAccessibleInterface* told = Accessible(form, control);
+    const std::string name = told->text(QAccessible::Name).toStdString();
+    switch (told->role()) {
+        case QAccessible::Button: return {name, "button"};
+        case QAccessible::StaticText: return {name, "text"};
+        case QAccessible::EditableText: return {name, "edit"};
+        case QAccessible::ComboBox: return {name, "list"};
+        case QAccessible::CheckBox: return {name, "check box"};
+        default: return {name, ""};
+    }
+}
+
+void PressByAssistant(std::string_view form, std::string_view control) {
+    Accessible(form, control)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+}
+
+}  // namespace robot
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const platform::Application application(argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+// A user at the mouse and the keyboard, for tests: it finds windows and controls by their names, sends the
+// events that a desktop would send, and tells what can be seen. Places are in pixels.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/look.h"
+
+namespace robot {
+
+enum class Button { Left, Middle, Right };
+
+struct Point {
+    double X = 0;
+    double Y = 0;
+};
+
+// In a window: the pointer goes to a place of the window.
+void Move(std::string_view form, Point at);
+void Press(std::string_view form, Point at, Button button = Button::Left);
+void Release(std::string_view form, Point at, Button button = Button::Left);
+
+// On a control: in its middle, or at a place from its corner.
+Point Middle(std::string_view form, std::string_view control);
+void Hover(std::string_view form, std::string_view control);
+void Click(std::string_view form, std::string_view control, Button button = Button::Left);
+void DoubleClick(std::string_view form, std::string_view control);
+
+// A key by its name, such as "Tab", "Alt+N" or "Backspace"; goes to what has the focus in the window.
+void Key(std::string_view form, std::string_view key);
+void Type(std::string_view form, std::string_view text);
+// Puts the text on the clipboard and pastes it.
+void Paste(std::string_view form, std::string_view text);
+std::string Clipboard();
+
+// Opens a drop-down list with the pointer and picks an entry with it.
+void OpenList(std::string_view form, std::string_view control);
+void Choose(std::string_view form, std::string_view control, int index);
+// A key that goes to the open list.
+void KeyInOpenList(std::string_view form, std::string_view control, std::string_view key);
+
+// The desktop moves the window, or asks it to close.
+void DesktopMoves(std::string_view form, int left, int top);
+void DesktopCloses(std::string_view form);
+
+bool Shown(std::string_view form);
+// The shown windows of the program, message boxes included, by name or title.
+std::vector<std::string> ShownWindows();
+platform::Rect Bounds(std::string_view form);
+platform::Rect Bounds(std::string_view form, std::string_view control);
+// What a user reads on a control: a caption without the mark of its access key, a text, a selected entry.
+std::string Text(std::string_view form, std::string_view control);
+// The control with the focus; empty if none has it.
+std::string Focus(std::string_view form);
+// The colour that is drawn at a place of the window.
+platform::Color Pixel(std::string_view form, int x, int y);
+
+// What assistive technology is told of a control, and its press action.
+struct Told {
+    std::string Name;
+    std::string Role;  // "button", "text", "edit", "list", "check box", ""
+};
+Told Describe(std::string_view form, std::string_view control);
+void PressByAssistant(std::string_view form, std::string_view control);
+
+}  // namespace robot
