@@ -2,6 +2,8 @@
 #include "dice/frmRange2Dice.h"
 #include "frame/frmMain.h"
 #include "platform/application.h"
+#include "stats/frmStatsCounter.h"
+#include "stats/frmStatsGenerator.h"
 
 namespace {
 
@@ -11,7 +13,9 @@ void Open() {
 }
 
 constexpr orvane::Tool kTools[] = {
+    {0, Open<orvane::frmStatsGenerator>},
     {1, Open<orvane::frmDice>},
+    {5, Open<orvane::frmStatsCounter>},
     {7, Open<orvane::frmRange2Dice>},
 };
 

@@ -38,12 +38,12 @@ ThemedForm::ThemedForm(const WindowTable& table)
     lblTitle.MouseMove = [this](float X, float Y) { lblTitle_MouseMove(X, Y); };
     lblTitle.MouseUp = [this](float, float) { lblTitle_MouseUp(); };
 
-    for (const ControlRow& row : table.Controls) {
-        if (row.What != Kind::Button) continue;
-        auto& button = The<platform::Label>(row.Name);
+    for (const NamedControl& control : Controls()) {
+        if (control.What != Kind::Button && control.What != Kind::CellButton) continue;
+        auto& button = static_cast<platform::Label&>(*control.Made);
         button.MouseDown = [&button](float, float) { button.SetBorderStyle(1); };
         button.MouseUp = [&button](float, float) { button.SetBorderStyle(0); };
-        if (const int index = CmndIndex(row.Name); index >= 0)
+        if (const int index = CmndIndex(control.Name); index >= 0)
             button.Click = [this, index] { Cmnd_Click(index); };
     }
 

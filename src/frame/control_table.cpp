@@ -13,7 +13,9 @@ using platform::Alignment;
 platform::Label::Style LabelStyle(Kind kind) {
     switch (kind) {
         case Kind::Title: return {.Align = Alignment::Centre};
-        case Kind::Button: return {.Align = Alignment::Centre, .Button = true};
+        case Kind::Cell: return {.Align = Alignment::Centre};
+        case Kind::Button:
+        case Kind::CellButton: return {.Align = Alignment::Centre, .Button = true};
         case Kind::CentredCaption: return {.Align = Alignment::Centre, .Transparent = true};
         case Kind::RightCaption: return {.Align = Alignment::Right, .Transparent = true};
         case Kind::Help: return {.Wrapped = true, .Transparent = true};
@@ -71,19 +73,22 @@ bool OutlinedOnEdge(Kind kind) { return kind == Kind::Title || kind == Kind::But
 
 }  // namespace
 
+std::string ElementName(std::string_view array, int index) {
+    return std::string(array) + "(" + std::to_string(index) + ")";
+}
+
 Window::Window(const WindowTable& table, platform::FormFrame frame)
     : Form(table.Name, table.Caption, table.Width, table.Height, frame), table_(table) {
     const bool themed = frame == platform::FormFrame::None;
-    const auto outline = [this](const ControlRow& row, int lineWidth) {
-        outlines_.push_back(std::make_unique<platform::Shape>(*this, "shp" + std::string(row.Name), row.Place,
-                                                              ColorsOf(row.What).Line, lineWidth));
-    };
     for (const ControlRow& row : table.Controls) {
-        if (themed && OutlinedBehind(row.What)) outline(row, kBoxLine);
-        controls_.push_back(MakeControl(*this, row));
-        controls_.back()->SetFont(row.Font);
-        if (themed) controls_.back()->SetColors(ColorsOf(row.What));
-        if (themed && OutlinedOnEdge(row.What)) outline(row, kThinLine);
+        if (row.Array.Count == 0) Make(row, themed);
+        for (int i = 0; i < row.Array.Count; ++i) {
+            const std::string name = ElementName(row.Name, row.Array.First + i);
+            ControlRow element = row;
+            element.Name = name;
+            element.Place.Top += i * row.Array.Pitch;
+            Make(element, themed);
+        }
     }
     if (table.Centred) Centre();
     if (table.Icon) SetIcon("logo");
@@ -91,10 +96,25 @@ Window::Window(const WindowTable& table, platform::FormFrame frame)
 
 Window::~Window() = default;
 
+void Window::Make(const ControlRow& row, bool themed) {
+    const auto outline = [&](const std::string& name, int lineWidth) {
+        outlines_.push_back(
+            std::make_unique<platform::Shape>(*this, name, row.Place, ColorsOf(row.What).Line, lineWidth));
+    };
+    const std::string name(row.Name);
+    if (row.What == Kind::Outline) return outline(name, kThinLine);
+    if (themed && OutlinedBehind(row.What)) outline("shp" + name, kBoxLine);
+    auto control = MakeControl(*this, row);
+    control->SetFont(row.Font);
+    if (themed) control->SetColors(ColorsOf(row.What));
+    if (themed && OutlinedOnEdge(row.What)) outline("shp" + name, kThinLine);
+    controls_.push_back({name, row.What, std::move(control)});
+}
+
 platform::Control& Window::Named(std::string_view name) const {
-    const auto row = std::ranges::find(table_.Controls, name, &ControlRow::Name);
-    if (row == table_.Controls.end()) throw std::logic_error("no control " + std::string(name));
-    return *controls_[static_cast<std::size_t>(row - table_.Controls.begin())];
+    const auto found = std::ranges::find(controls_, name, &NamedControl::Name);
+    if (found == controls_.end()) throw std::logic_error("no control " + std::string(name));
+    return *found->Made;
 }
 
 }  // namespace orvane

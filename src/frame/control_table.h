@@ -31,7 +31,17 @@ enum class Kind {
     NumberBox,  // one line, centred, three characters
     ResultBox,  // several lines, read-only
     List,
-    CheckBox
+    CheckBox,
+    Cell,        // a value in a grid
+    CellButton,  // a button in a grid
+    Outline      // a rectangle or a line, no control
+};
+
+// A row that stands for a control array, one control below the other.
+struct ArrayOf {
+    int Count = 0;  // 0: a single control
+    int Pitch = 0;  // from one to the next, in pixels
+    int First = 0;  // the first index
 };
 
 struct ControlRow {
@@ -40,6 +50,7 @@ struct ControlRow {
     std::string_view Text;  // at the start
     platform::Rect Place;   // left, top, width, height
     platform::Font Font = kPlain;
+    ArrayOf Array{};
 };
 
 struct HintRow {
@@ -59,6 +70,9 @@ struct WindowTable {
     bool Icon = true;
 };
 
+// The name of a control in an array, such as "Cmnd(3)".
+std::string ElementName(std::string_view array, int index);
+
 // A window whose controls come from a table.
 class Window : public platform::Form {
  public:
@@ -73,16 +87,24 @@ class Window : public platform::Form {
     }
     template <class T>
     T& The(std::string_view array, int index) const {
-        return The<T>(std::string(array) + "(" + std::to_string(index) + ")");
+        return The<T>(ElementName(array, index));
     }
 
     const WindowTable& Table() const { return table_; }
 
+    struct NamedControl {
+        std::string Name;
+        Kind What;
+        std::unique_ptr<platform::Control> Made;
+    };
+    const std::vector<NamedControl>& Controls() const { return controls_; }
+
  private:
     platform::Control& Named(std::string_view name) const;
+    void Make(const ControlRow& row, bool themed);
 
     const WindowTable& table_;
-    std::vector<std::unique_ptr<platform::Control>> controls_;  // one for each row of the table, in its order
+    std::vector<NamedControl> controls_;  // in the order of the table
     std::vector<std::unique_ptr<platform::Shape>> outlines_;
 };
 

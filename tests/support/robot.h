@@ -53,6 +53,8 @@ platform::Rect Bounds(std::string_view form);
 platform::Rect Bounds(std::string_view form, std::string_view control);
 // What a user reads on a control: a caption without the mark of its access key, a text, a selected entry.
 std::string Text(std::string_view form, std::string_view control);
+// Whether a text of several lines can be read without scrolling, each line on one line.
+bool Whole(std::string_view form, std::string_view control);
 // The control with the focus; empty if none has it.
 std::string Focus(std::string_view form);
 // The colour that is drawn at a place of the window.

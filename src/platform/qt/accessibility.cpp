@@ -34,7 +34,7 @@ class AccessibleLabel : public QAccessibleWidget {
 
 // The toolkit's own would give the selected entry for the name.
 class AccessibleList : public QAccessibleWidget {
-   public:
+ public:
     explicit AccessibleList(QComboBox& list) : QAccessibleWidget(&list, QAccessible::ComboBox) {}
 
     QString text(QAccessible::Text kind) const override {
@@ -52,7 +52,7 @@ class AccessibleList : public QAccessibleWidget {
     void doAction(const QString&) override { List().showPopup(); }
     QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
-   private:
+ private:
     QComboBox& List() const { return static_cast<QComboBox&>(*widget()); }
 };
 

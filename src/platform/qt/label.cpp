@@ -90,7 +90,7 @@ void LabelWidget::paintEvent(QPaintEvent*) {
         painter.setPen(palette().color(QPalette::WindowText));
         painter.drawRect(rect().adjusted(1, 1, -2, -2));
     }
-    const int margin = style_.Transparent ? 0 : 3;
+    const int margin = style_.Transparent ? 0 : 2;
     const QRect room = rect().adjusted(margin, 0, -margin, 0);
     QTextLayout layout(parsed_.Text, Fit(font(), parsed_, room.size(), style_));
     const QSizeF size = LayOut(layout, parsed_, room.width(), style_);

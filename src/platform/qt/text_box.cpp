@@ -44,6 +44,7 @@ class LineBox : public QLineEdit {
  public:
     LineBox(QWidget* parent, const TextBox::Style& style) : QLineEdit(parent) {
         setFrame(false);
+        setTextMargins(1, 0, 1, 0);
         setMaxLength(std::numeric_limits<int>::max());
         setReadOnly(style.ReadOnly);
         if (style.Align != Alignment::Left)

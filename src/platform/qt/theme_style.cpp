@@ -92,12 +92,14 @@ class ThemeStyle : public QProxyStyle {
 
     // A triangle that points down (or up), in the middle of a rectangle.
     static void DrawArrow(const QRect& rect, const QColor& color, bool down, QPainter& painter) {
-        constexpr int kHalf = 3;
-        const QPoint middle = rect.center();
-        for (int row = 0; row <= kHalf; ++row) {
-            const int reach = down ? kHalf - row : row;
-            painter.fillRect(middle.x() - reach, middle.y() - 1 + row, 2 * reach + 1, 1, color);
-        }
+        const QPointF middle = QRectF(rect).center();
+        const qreal base = down ? -2 : 2;
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawPolygon(
+            QPolygonF({middle + QPointF(-4, base), middle + QPointF(4, base), middle + QPointF(0, -base)}));
+        painter.setRenderHint(QPainter::Antialiasing, false);
     }
 
     void DrawList(const QStyleOptionComplex& option, QPainter& painter) const {
@@ -167,7 +169,9 @@ void ApplyThemeStyle(QWidget& widget) {
 void ThemePopup(QAbstractItemView& view, const QComboBox& owner) {
     if (owner.style() != &TheStyle()) return;
     view.setPalette(owner.palette());
-    view.window()->setPalette(owner.palette());
+    QPalette frame = owner.palette();
+    frame.setColor(QPalette::WindowText, frame.color(QPalette::Mid));
+    view.window()->setPalette(frame);
     view.window()->setStyle(&TheStyle());
 }
 

@@ -142,13 +142,13 @@ Control::~Control() { native_->Parent->Forget(*native_); }
 
 void Control::SetColors(const Colors& colors) {
     QPalette palette;
-    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button, QPalette::HighlightedText})
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
         palette.setColor(role, ToQColor(colors.Back));
     for (const auto role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText})
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText})
         palette.setColor(role, ToQColor(colors.Text));
     palette.setColor(QPalette::Mid, ToQColor(colors.Line));
-    palette.setColor(QPalette::Highlight, ToQColor(colors.Text));
+    palette.setColor(QPalette::Highlight, ToQColor(colors.Line).darker(150));
     native_->Widget->setPalette(palette);
     ApplyThemeStyle(*native_->Widget);
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
+#include <QAbstractTextDocumentLayout>
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
@@ -13,7 +14,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTest>
+#include <QTextBlock>
 #include <QWindow>
 #include <stdexcept>
 
@@ -27,10 +30,14 @@ QString Name(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QWidget& FindForm(std::string_view form) {
-    // An unloaded form of the same name is on its way out.
+QWidgetList Windows() {
+    // An unloaded form is still on its way out.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    for (QWidget* window : QApplication::topLevelWidgets()) {
+    return QApplication::topLevelWidgets();
+}
+
+QWidget& FindForm(std::string_view form) {
+    for (QWidget* window : Windows()) {
         if (window->objectName() == Name(form)) return *window;
     }
     throw std::runtime_error("no window " + std::string(form));
@@ -144,7 +151,7 @@ void DesktopMoves(std::string_view form, int left, int top) {
 void DesktopCloses(std::string_view form) { FindForm(form).close(); }
 
 bool Shown(std::string_view form) {
-    for (const QWidget* window : QApplication::topLevelWidgets()) {
+    for (const QWidget* window : Windows()) {
         if (window->objectName() == Name(form)) return window->isVisible();
     }
     return false;
@@ -152,7 +159,7 @@ bool Shown(std::string_view form) {
 
 std::vector<std::string> ShownWindows() {
     std::vector<std::string> names;
-    for (const QWidget* window : QApplication::topLevelWidgets()) {
+    for (const QWidget* window : Windows()) {
         if (!window->isVisible()) continue;
         names.push_back(
             (window->objectName().isEmpty() ? window->windowTitle() : window->objectName()).toStdString());
@@ -176,6 +183,16 @@ std::string Text(std::string_view form, std::string_view control) {
     if (const auto* list = qobject_cast<QComboBox*>(&widget)) return list->currentText().toStdString();
     if (const auto* button = qobject_cast<QAbstractButton*>(&widget)) return button->text().toStdString();
     throw std::runtime_error("no text on " + std::string(control));
+}
+
+bool Whole(std::string_view form, std::string_view control) {
+    auto& area = dynamic_cast<QPlainTextEdit&>(FindControl(form, control));
+    for (QTextBlock line = area.document()->begin(); line.isValid(); line = line.next()) {
+        if (area.document()->documentLayout()->blockBoundingRect(line).isNull() ||
+            line.layout()->lineCount() != 1)
+            return false;
+    }
+    return area.verticalScrollBar()->maximum() == 0;
 }
 
 std::string Focus(std::string_view form) {
