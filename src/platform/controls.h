@@ -74,6 +74,7 @@ class TextBox : public Control {
         bool ReadOnly = false;
         bool ScrollBar = false;
         bool TabStop = true;
+        bool Framed = false;  // with the desktop's own frame
         int MaxLength = 0;  // for what the user enters, in characters; 0: none
     };
     TextBox(Form& form, std::string_view name, const Rect& place, const Style& style);
@@ -141,6 +142,30 @@ class Shape {
 class Picture : public Control {
  public:
     Picture(Form& form, std::string_view name, const Rect& place, std::string_view picture);
+};
+
+enum class PenMode {
+    Copy,
+    Xor  // each bit of what is there, where the colour has one, is turned round
+};
+
+// A picture that can be drawn on. Coordinates are pixels from its corner, rounded to the nearest.
+class PictureBox : public Control {
+ public:
+    PictureBox(Form& form, std::string_view name, const Rect& place, std::string_view picture);
+
+    // The width is that of lines, in pixels. At the start it is 1, with Xor.
+    void SetPen(int width, PenMode mode);
+    // A filled box with both corners in it; without width or height it is empty.
+    void Box(float x1, float y1, float x2, float y2, Color color);
+    // A straight line with round ends; without length it is a dot.
+    void Line(float x1, float y1, float x2, float y2, Color color);
+    // Back to the bare picture.
+    void Cls();
+
+ private:
+    int width_ = 1;
+    PenMode mode_ = PenMode::Xor;
 };
 
 }  // namespace platform

@@ -21,7 +21,7 @@ int ToPixels(float twips) { return static_cast<int>(std::lround(twips / kTwipsPe
 
 Qt::WindowFlags FlagsOf(FormFrame frame) {
     if (frame == FormFrame::None) return Qt::Window | Qt::FramelessWindowHint;
-    return Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+    return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
            Qt::WindowCloseButtonHint;
 }
 

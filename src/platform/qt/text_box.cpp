@@ -43,8 +43,8 @@ class LengthLimit : public QValidator {
 class LineBox : public QLineEdit {
  public:
     LineBox(QWidget* parent, const TextBox::Style& style) : QLineEdit(parent) {
-        setFrame(false);
-        setTextMargins(1, 0, 1, 0);
+        setFrame(style.Framed);
+        if (!style.Framed) setTextMargins(1, 0, 1, 0);
         setMaxLength(std::numeric_limits<int>::max());
         setReadOnly(style.ReadOnly);
         if (style.Align != Alignment::Left)
@@ -87,7 +87,7 @@ class LineBox : public QLineEdit {
 class TextArea : public QPlainTextEdit {
  public:
     TextArea(QWidget* parent, const TextBox::Style& style) : QPlainTextEdit(parent) {
-        setFrameShape(QFrame::NoFrame);
+        if (!style.Framed) setFrameShape(QFrame::NoFrame);
         setReadOnly(style.ReadOnly);
         setTabChangesFocus(true);
         setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+// A test with a folder of its own, gone with the test.
+class FolderTest : public testing::Test {
+ protected:
+    using Path = std::filesystem::path;
+
+    FolderTest() {
+        std::string name = (std::filesystem::temp_directory_path() / "profile-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr) std::abort();
+        Folder = name;
+    }
+    ~FolderTest() override { std::filesystem::remove_all(Folder); }
+
+    static std::string BytesOf(const Path& file) {
+        std::ifstream stream(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+    static void Put(const Path& file, std::string_view bytes) {
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << bytes;
+    }
+    static auto CountIn(const Path& folder) {
+        return std::distance(std::filesystem::directory_iterator(folder),
+                             std::filesystem::directory_iterator());
+    }
+
+    Path Folder;
+};
