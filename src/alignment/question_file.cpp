@@ -1,0 +1,63 @@
+#include "alignment/question_file.h"
+
+#include <algorithm>
+
+#include "alignment/modIni.h"
+#include "frame/mdlDeclars.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::string_view kHead = "HEAD";
+constexpr std::string_view kItems = "items";
+constexpr std::string_view kQuestion = "question";
+
+std::string SectionName(std::int32_t number) {
+    const std::string digits = NumberText(number);
+    return "QUESTION_" + std::string(3 - digits.size(), '0') + digits;
+}
+
+std::string TextKey(std::int32_t answer) { return "ansvertext_" + NumberText(answer); }
+std::string ValueKey(std::int32_t answer) { return "ansvervalue_" + NumberText(answer); }
+
+}  // namespace
+
+std::size_t AnswerCodePosition(std::string_view Value) {
+    const auto found = std::find_if(kAnswerCodes.begin(), kAnswerCodes.end(),
+                                    [Value](const AnswerCode& code) { return code.Code == Value; });
+    return found == kAnswerCodes.end() ? 0 : static_cast<std::size_t>(found - kAnswerCodes.begin());
+}
+
+std::int32_t LoadQuestions(std::string_view FileName, QuestionList& List) {
+    const IniReadPass pass(FileName);
+    const std::int32_t stated = RoundToLong(LeadingNumber(IniRead(kHead, kItems, FileName)));
+    const std::int32_t count = std::min(stated, kMaxQuestions);
+    for (std::int32_t i = 1; i <= count; ++i) {
+        const std::string section = SectionName(i);
+        QuestionRecord& question = List[i];
+        question.Text = IniRead(section, kQuestion, FileName);
+        for (std::int32_t j = 1; j <= kAnswerCount; ++j) {
+            question.Answers[j].Text = IniRead(section, TextKey(j), FileName);
+            question.Answers[j].Value = IniRead(section, ValueKey(j), FileName);
+        }
+    }
+    return count;
+}
+
+void SaveQuestions(std::string_view FileName, const QuestionList& List, std::int32_t Count) {
+    IniWritePass pass(FileName);
+    const std::int32_t count = std::min(Count, kMaxQuestions);
+    IniWrite(kHead, kItems, NumberText(count), FileName);
+    for (std::int32_t i = 1; i <= count; ++i) {
+        const std::string section = SectionName(i);
+        const QuestionRecord& question = List[i];
+        IniWrite(section, kQuestion, question.Text, FileName);
+        for (std::int32_t j = 1; j <= kAnswerCount; ++j) {
+            IniWrite(section, TextKey(j), question.Answers[j].Text, FileName);
+            IniWrite(section, ValueKey(j), question.Answers[j].Value, FileName);
+        }
+    }
+    pass.Commit();
+}
+
+}  // namespace orvane
