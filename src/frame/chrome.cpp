@@ -27,11 +27,22 @@ int CmndIndex(std::string_view name) {
     return index;
 }
 
+bool IsButton(Kind kind) {
+    return kind == Kind::Button || kind == Kind::CellButton || kind == Kind::LeftButton;
+}
+
+// A size of the table that may be left out.
+int Or(int given, int otherwise) { return given == 0 ? otherwise : given; }
+
 }  // namespace
 
-ThemedForm::ThemedForm(const WindowTable& table)
+ThemedForm::ThemedForm(const WindowTable& table, std::int32_t& grabX, std::int32_t& grabY)
     : Window(table, platform::FormFrame::None),
-      shpFrame(*this, "shpFrame", {0, 0, table.Width, table.Height}, kFrameLine, kThinLine) {
+      grabX_(grabX),
+      grabY_(grabY),
+      shpFrame(*this, "shpFrame",
+               {0, 0, Or(table.FrameWidth, table.Width), Or(table.FrameHeight, table.Height)}, kFrameLine,
+               kThinLine) {
     SetBackColor(kWindowBack);
 
     lblTitle.MouseDown = [this](float X, float Y) { lblTitle_MouseDown(X, Y); };
@@ -39,7 +50,7 @@ ThemedForm::ThemedForm(const WindowTable& table)
     lblTitle.MouseUp = [this](float, float) { lblTitle_MouseUp(); };
 
     for (const NamedControl& control : Controls()) {
-        if (control.What != Kind::Button && control.What != Kind::CellButton) continue;
+        if (!IsButton(control.What)) continue;
         auto& button = static_cast<platform::Label&>(*control.Made);
         button.MouseDown = [&button](float, float) { button.SetBorderStyle(1); };
         button.MouseUp = [&button](float, float) { button.SetBorderStyle(0); };
@@ -61,8 +72,8 @@ void ThemedForm::CloseFromOutside() { Cmnd_Click(kCloseGlyph); }
 
 void ThemedForm::lblTitle_MouseDown(float X, float Y) {
     lblTitle.SetBorderStyle(1);
-    DragX = RoundToLong(X);
-    DragY = RoundToLong(Y);
+    grabX_ = RoundToLong(X);
+    grabY_ = RoundToLong(Y);
 }
 
 // The position of the window is in twips and that of the pointer in pixels. They are added as they are: the
@@ -72,8 +83,8 @@ void ThemedForm::lblTitle_MouseMove(float X, float Y) {
         Status.SetCaption(kDragHint);
         return;
     }
-    if (X != static_cast<float>(DragX)) SetLeft(Left() - static_cast<float>(DragX) + X);
-    if (Y != static_cast<float>(DragY)) SetTop(Top() - static_cast<float>(DragY) + Y);
+    if (X != static_cast<float>(grabX_)) SetLeft(Left() - static_cast<float>(grabX_) + X);
+    if (Y != static_cast<float>(grabY_)) SetTop(Top() - static_cast<float>(grabY_) + Y);
 }
 
 void ThemedForm::lblTitle_MouseUp() { lblTitle.SetBorderStyle(0); }
@@ -95,7 +106,7 @@ void ThemedForm::Cmnd_Click(int Index) {
 
 void ThemedForm::RollUp() {
     const bool full = rollGlyph_.Caption() == kFullGlyph;
-    const int height = Table().Height;
+    const int height = Or(Table().FullHeight, Table().Height);
     rollGlyph_.SetCaption(full ? kRolledUpGlyph : kFullGlyph);
     SetHeight(full ? kRolledUpHeight : static_cast<float>(height) * kTwipsPerPixel);
     shpFrame.SetHeight(full ? kRolledUpFrameHeight : height);

@@ -10,7 +10,8 @@ namespace orvane {
 // table.
 class ThemedForm : public Window {
  public:
-    explicit ThemedForm(const WindowTable& table);
+    // The grab point of a title drag is one for all windows, but for a window that brings its own.
+    explicit ThemedForm(const WindowTable& table, std::int32_t& grabX = DragX, std::int32_t& grabY = DragY);
 
     void CloseFromOutside() override;
 
@@ -28,6 +29,8 @@ class ThemedForm : public Window {
     void lblTitle_MouseUp();
     void RollUp();
 
+    std::int32_t& grabX_;
+    std::int32_t& grabY_;
     platform::Label& rollGlyph_ = The<platform::Label>("Cmnd", 4);
     platform::Shape shpFrame;
 };

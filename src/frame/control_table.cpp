@@ -16,6 +16,7 @@ platform::Label::Style LabelStyle(Kind kind) {
         case Kind::Cell: return {.Align = Alignment::Centre};
         case Kind::Button:
         case Kind::CellButton: return {.Align = Alignment::Centre, .Button = true};
+        case Kind::LeftButton: return {.Button = true};
         case Kind::CentredCaption: return {.Align = Alignment::Centre, .Transparent = true};
         case Kind::RightCaption: return {.Align = Alignment::Right, .Transparent = true};
         case Kind::Help: return {.Wrapped = true, .Transparent = true};
@@ -28,6 +29,8 @@ platform::TextBox::Style BoxStyle(Kind kind) {
     switch (kind) {
         case Kind::NumberBox: return {.Align = Alignment::Centre, .MaxLength = kDigits};
         case Kind::ResultBox: return {.MultiLine = true, .ReadOnly = true};
+        case Kind::SheetBox: return {.MultiLine = true, .ScrollBar = true};
+        case Kind::QuestionBox: return {.MultiLine = true, .ScrollBar = true, .TabStop = false};
         default: return {};
     }
 }
@@ -43,15 +46,23 @@ const platform::Colors& ColorsOf(Kind kind) {
     }
 }
 
-std::unique_ptr<platform::Control> MakeControl(platform::Form& form, const ControlRow& row) {
+std::unique_ptr<platform::Control> MakeControl(platform::Form& form, const ControlRow& row, bool themed) {
     switch (row.What) {
         case Kind::Picture: return std::make_unique<platform::Picture>(form, row.Name, row.Place, row.Text);
         case Kind::List: return std::make_unique<platform::DropDownList>(form, row.Name, row.Place);
         case Kind::CheckBox: return std::make_unique<platform::CheckBox>(form, row.Name, row.Place, row.Text);
+        case Kind::PushButton:
+            return std::make_unique<platform::PushButton>(form, row.Name, row.Place, row.Text);
+        case Kind::PictureBox:
+            return std::make_unique<platform::PictureBox>(form, row.Name, row.Place, row.Text);
         case Kind::TextBox:
         case Kind::NumberBox:
-        case Kind::ResultBox: {
-            auto box = std::make_unique<platform::TextBox>(form, row.Name, row.Place, BoxStyle(row.What));
+        case Kind::ResultBox:
+        case Kind::SheetBox:
+        case Kind::QuestionBox: {
+            platform::TextBox::Style style = BoxStyle(row.What);
+            style.Framed = !themed;
+            auto box = std::make_unique<platform::TextBox>(form, row.Name, row.Place, style);
             box->SetText(row.Text);
             return box;
         }
@@ -65,11 +76,20 @@ std::unique_ptr<platform::Control> MakeControl(platform::Form& form, const Contr
 
 // An outline that is wider than its control lies behind it, a thin one on its edge.
 bool OutlinedBehind(Kind kind) {
-    return kind == Kind::TextBox || kind == Kind::NumberBox || kind == Kind::ResultBox ||
-           kind == Kind::CheckBox;
+    switch (kind) {
+        case Kind::TextBox:
+        case Kind::NumberBox:
+        case Kind::ResultBox:
+        case Kind::SheetBox:
+        case Kind::QuestionBox:
+        case Kind::CheckBox: return true;
+        default: return false;
+    }
 }
 
-bool OutlinedOnEdge(Kind kind) { return kind == Kind::Title || kind == Kind::Button; }
+bool OutlinedOnEdge(Kind kind) {
+    return kind == Kind::Title || kind == Kind::Button || kind == Kind::LeftButton;
+}
 
 }  // namespace
 
@@ -104,9 +124,9 @@ void Window::Make(const ControlRow& row, bool themed) {
     const std::string name(row.Name);
     if (row.What == Kind::Outline) return outline(name, kThinLine);
     if (themed && OutlinedBehind(row.What)) outline("shp" + name, kBoxLine);
-    auto control = MakeControl(*this, row);
+    auto control = MakeControl(*this, row, themed);
     control->SetFont(row.Font);
-    if (themed) control->SetColors(ColorsOf(row.What));
+    if (themed && row.What != Kind::PushButton) control->SetColors(ColorsOf(row.What));
     if (themed && OutlinedOnEdge(row.What)) outline("shp" + name, kThinLine);
     controls_.push_back({name, row.What, std::move(control)});
 }

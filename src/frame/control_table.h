@@ -26,14 +26,19 @@ enum class Kind {
     Caption,  // plain labels of one line
     CentredCaption,
     RightCaption,
-    Help,       // a plain label over several lines
-    TextBox,    // one line
-    NumberBox,  // one line, centred, three characters
-    ResultBox,  // several lines, read-only
+    Help,         // a plain label over several lines
+    TextBox,      // one line
+    NumberBox,    // one line, centred, three characters
+    ResultBox,    // several lines, read-only
+    SheetBox,     // several lines, a scroll bar
+    QuestionBox,  // the same, but Tab passes it by
     List,
     CheckBox,
     Cell,        // a value in a grid
     CellButton,  // a button in a grid
+    LeftButton,  // a button with its text on the left
+    PushButton,  // the desktop's own
+    PictureBox,  // its text is the picture's name
     Outline      // a rectangle or a line, no control
 };
 
@@ -68,6 +73,10 @@ struct WindowTable {
     std::span<const HintRow> Hints;
     bool Centred = true;
     bool Icon = true;
+    // Of shpFrame at the start and of the window and shpFrame when rolled down, in pixels; 0: as the window.
+    int FrameWidth = 0;
+    int FrameHeight = 0;
+    int FullHeight = 0;
 };
 
 // The name of a control in an array, such as "Cmnd(3)".

@@ -127,7 +127,7 @@ TEST_F(Chrome, IsDrawnInTheColoursOfTheTheme) {
     EXPECT_EQ(robot::Pixel(kForm, 48, 8), kTitleLine);
     EXPECT_EQ(robot::Pixel(kForm, 8, 192), kControlLine);
     EXPECT_EQ(robot::Pixel(kForm, 7, 103), kControlLine);
-    EXPECT_EQ(robot::Pixel(kForm, 12, 196), kControlColors.Back);
+    EXPECT_EQ(robot::Pixel(kForm, 10, 194), kControlColors.Back);
     EXPECT_EQ(robot::Pixel(kForm, 190, 180), kControlColors.Back);
 }
 

@@ -3,6 +3,7 @@
 // A user at the mouse and the keyboard, for tests: it finds windows and controls by their names, sends the
 // events that a desktop would send, and tells what can be seen. Places are in pixels.
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,8 +58,16 @@ std::string Text(std::string_view form, std::string_view control);
 bool Whole(std::string_view form, std::string_view control);
 // The control with the focus; empty if none has it.
 std::string Focus(std::string_view form);
-// The colour that is drawn at a place of the window.
+// The colours that are drawn on a part of the window, row by row, and at a place of it.
+std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect& part);
 platform::Color Pixel(std::string_view form, int x, int y);
+
+// Looks at the next message boxes in the test's way, then closes each by its button.
+void WhenMessageComes(std::function<void()> look);
+// The text of the box that is on the screen.
+std::string MessageText();
+// How many boxes came since WhenMessageComes.
+int MessagesSeen();
 
 // What assistive technology is told of a control, and its press action.
 struct Told {

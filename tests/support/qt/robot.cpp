@@ -11,12 +11,14 @@
 #include <QComboBox>
 #include <QKeySequence>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
+#include <QTimer>
 #include <QWindow>
 #include <stdexcept>
 
@@ -95,7 +97,12 @@ Point Middle(std::string_view form, std::string_view control) {
     return {static_cast<double>(middle.x()), static_cast<double>(middle.y())};
 }
 
-void Hover(std::string_view form, std::string_view control) { Move(form, Middle(form, control)); }
+// A pointer that is there already does not move.
+void Hover(std::string_view form, std::string_view control) {
+    const Point middle = Middle(form, control);
+    Move(form, {middle.X + 1, middle.Y});
+    Move(form, middle);
+}
 
 void Click(std::string_view form, std::string_view control, Button button) {
     Press(form, Middle(form, control), button);
@@ -200,11 +207,50 @@ std::string Focus(std::string_view form) {
     return focus == nullptr ? std::string() : focus->objectName().toStdString();
 }
 
-platform::Color Pixel(std::string_view form, int x, int y) {
-    const QColor color = FindForm(form).grab().toImage().pixelColor(x, y);
-    return {static_cast<std::uint8_t>(color.red()), static_cast<std::uint8_t>(color.green()),
-            static_cast<std::uint8_t>(color.blue())};
+std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect& part) {
+    const QImage image = FindForm(form).grab(QRect(part.Left, part.Top, part.Width, part.Height)).toImage();
+    std::vector<platform::Color> colors;
+    for (int y = 0; y < part.Height; ++y) {
+        for (int x = 0; x < part.Width; ++x) {
+            const QRgb color = image.pixel(x, y);
+            colors.push_back({static_cast<std::uint8_t>(qRed(color)),
+                              static_cast<std::uint8_t>(qGreen(color)),
+                              static_cast<std::uint8_t>(qBlue(color))});
+        }
+    }
+    return colors;
 }
+
+platform::Color Pixel(std::string_view form, int x, int y) { return Pixels(form, {x, y, 1, 1}).front(); }
+
+namespace {
+
+int messagesSeen = 0;
+QTimer* messageWatch = nullptr;
+
+}  // namespace
+
+void WhenMessageComes(std::function<void()> look) {
+    messagesSeen = 0;
+    delete messageWatch;
+    messageWatch = new QTimer(qApp);
+    messageWatch->callOnTimeout([look = std::move(look)] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box == nullptr || box->property("seen").toBool()) return;
+        box->setProperty("seen", true);
+        ++messagesSeen;
+        look();
+        QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+    });
+    messageWatch->start(0);
+}
+
+std::string MessageText() {
+    const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    return box == nullptr ? std::string() : box->text().toStdString();
+}
+
+int MessagesSeen() { return messagesSeen; }
 
 Told Describe(std::string_view form, std::string_view control) {
     const QAccessibleInterface* told = Accessible(form, control);
