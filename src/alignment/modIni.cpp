@@ -26,7 +26,7 @@ class IniPass {
     IniPass(std::string_view name, Purpose purpose)
         : purpose_(purpose), name_(name), file_(platform::PathOfName(name, platform::CurrentPlaces())) {
         if (const IniPass* outer = Innermost(name, Purpose::Write)) {
-            text_ = outer->text_;
+            text_ = platform::ProfileText(outer->text_.Bytes());
             replaceable_ = outer->replaceable_;
         } else {
             Load();

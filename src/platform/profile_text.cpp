@@ -148,24 +148,24 @@ void ProfileText::Parse(std::string text) {
     text_ = std::move(text);
     opened_.clear();
     added_.clear();
-    lastFound_.reset();
+    last_ = nullptr;
     sections_ = IndexOf(text_, SectionName);
 }
 
-std::optional<std::size_t> ProfileText::FindSection(std::string_view name) {
-    if (lastFound_ && lastName_ == name) return lastFound_;
+ProfileText::Section* ProfileText::FindSection(std::string_view name) {
+    if (last_ != nullptr && lastName_ == name) return last_;
     const std::string foldedName = FoldedCase(name);
+    auto begin = Find(text_, sections_, SectionName, foldedName);
+    if (const auto added = added_.find(foldedName); !begin && added != added_.end()) begin = added->second;
+    if (!begin) return nullptr;
     lastName_ = name;
-    lastFound_ = Find(text_, sections_, SectionName, foldedName);
-    if (const auto added = added_.find(foldedName); !lastFound_ && added != added_.end())
-        lastFound_ = added->second;
-    return lastFound_;
+    return last_ = Open(*begin);
 }
 
-ProfileText::Section& ProfileText::Open(std::size_t begin) {
+ProfileText::Section* ProfileText::Open(std::size_t begin) {
     const auto [entry, isNew] = opened_.try_emplace(begin);
-    if (isNew) entry->second.End = SectionEnd(text_, begin);
-    return entry->second;
+    if (isNew) entry->second = {begin, SectionEnd(text_, begin)};
+    return &entry->second;
 }
 
 std::string ProfileText::Joined() const {
@@ -180,17 +180,17 @@ std::string ProfileText::Joined() const {
 }
 
 std::string ProfileText::Value(std::string_view section, std::string_view key) {
-    const auto begin = FindSection(ToUtf8(Trimmed(section)));
-    if (!begin) return {};
-    Section& opened = Open(*begin);
-    const std::string_view text = opened.Text ? std::string_view(*opened.Text)
-                                              : std::string_view(text_).substr(*begin, opened.End - *begin);
-    if (!opened.Keys) opened.Keys = IndexOf(text, KeyName);
-    const auto line = Find(text, *opened.Keys, KeyName, FoldedCase(ToUtf8(Trimmed(key))));
+    Section* found = FindSection(ToUtf8(Trimmed(section)));
+    if (found == nullptr) return {};
+    const std::string_view text =
+        found->Text ? std::string_view(*found->Text)
+                    : std::string_view(text_).substr(found->Begin, found->End - found->Begin);
+    if (!found->Keys) found->Keys = IndexOf(text, KeyName);
+    const auto line = Find(text, *found->Keys, KeyName, FoldedCase(ToUtf8(Trimmed(key))));
     return line ? std::string(ValueOf(LineAt(text, *line).Text)) : std::string();
 }
 
-std::size_t ProfileText::AddSection(std::string_view name) {
+ProfileText::Section* ProfileText::AddSection(std::string_view name) {
     if (!text_.empty() && !IsLineBreak(text_.back())) {
         std::string joined = Joined();
         if (!IsLineBreak(joined.back())) joined += lineEnd_;
@@ -199,7 +199,7 @@ std::size_t ProfileText::AddSection(std::string_view name) {
     const std::size_t begin = text_.size();
     text_.append("[").append(name).append("]").append(lineEnd_);
     added_.emplace(FoldedCase(name), begin);
-    return begin;
+    return Open(begin);
 }
 
 bool ProfileText::SetValue(std::string_view section, std::string_view key,
@@ -210,21 +210,20 @@ bool ProfileText::SetValue(std::string_view section, std::string_view key,
     if (SectionName(FirstLine("[" + sectionName + "]")) != sectionName) return false;
     if (KeyName(FirstLine(keyName + "=")) != keyName) return false;
 
-    auto begin = FindSection(sectionName);
-    if (!begin) {
+    Section* found = FindSection(sectionName);
+    if (found == nullptr) {
         if (!value) return true;
-        begin = AddSection(sectionName);
+        found = AddSection(sectionName);
     }
-    Section& opened = Open(*begin);
-    if (!opened.Text) opened.Text = text_.substr(*begin, opened.End - *begin);
-    opened.Keys.reset();
+    if (!found->Text) found->Text = text_.substr(found->Begin, found->End - found->Begin);
+    found->Keys.reset();
     if (!value) {
         // All lines of the key: of equal ones left over the next would come to light.
-        opened.Text = WithoutKey(*opened.Text, FoldedCase(keyName));
+        found->Text = WithoutKey(*found->Text, FoldedCase(keyName));
         return true;
     }
     const std::string text = ToUtf8(*value);
-    PutKey(*opened.Text, keyName, text, lineEnd_);
+    PutKey(*found->Text, keyName, text, lineEnd_);
     // Further lines of a value are lines like any other, so a header among them opens a section.
     if (SectionEnd(text, 0) < text.size()) Parse(Joined());
     return true;

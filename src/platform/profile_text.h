@@ -23,6 +23,8 @@ inline constexpr std::size_t kLongestProfileValue = 254;
 class ProfileText {
  public:
     explicit ProfileText(std::string_view bytes = {});
+    ProfileText(ProfileText&&) = default;
+    ProfileText& operator=(ProfileText&&) = default;
 
     // The value of a key: one line without the blanks (space, tab) around it and one enclosing pair of ' or
     // ", up to the first NUL, at most kLongestProfileValue characters. Empty if section or key is missing.
@@ -52,7 +54,8 @@ class ProfileText {
 
     // A section that was asked for.
     struct Section {
-        std::size_t End = 0;                // where it ends in text_
+        std::size_t Begin = 0;
+        std::size_t End = 0;                // where it lies in text_
         std::optional<std::string> Text{};  // in place of what text_ holds, header included
         std::optional<Index> Keys{};
     };
@@ -63,9 +66,9 @@ class ProfileText {
                                            const std::string& foldedName);
 
     void Parse(std::string text);
-    std::optional<std::size_t> FindSection(std::string_view name);
-    std::size_t AddSection(std::string_view name);
-    Section& Open(std::size_t begin);
+    Section* FindSection(std::string_view name);
+    Section* AddSection(std::string_view name);
+    Section* Open(std::size_t begin);
     std::string Joined() const;
 
     bool marked_ = false;  // by a byte-order mark
@@ -74,10 +77,9 @@ class ProfileText {
     std::string text_;  // in UTF-8, without the mark
     Index sections_;
     std::map<std::string, std::size_t> added_;  // sections that came later, by folded name
-    // Callers ask for the keys of a section in one go.
-    std::string lastName_;
-    std::optional<std::size_t> lastFound_;
-    std::map<std::size_t, Section> opened_;  // by their begin in text_
+    std::map<std::size_t, Section> opened_;     // by their begin
+    std::string lastName_;                      // callers ask for the keys of a section in one go
+    Section* last_ = nullptr;
 };
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QListView>
+#include <QProxyStyle>
 
 #include "platform/controls.h"
 #include "platform/qt/theme_style.h"
@@ -10,9 +11,22 @@
 namespace platform {
 namespace {
 
+// The desktop's look, with the room for the text that a narrow list needs.
+class RoomyListStyle : public QProxyStyle {
+ public:
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                         const QWidget* widget) const override {
+        if (control == CC_ComboBox && part == SC_ComboBoxEditField)
+            return option->rect.adjusted(3, 1, -16, -1);
+        return QProxyStyle::subControlRect(control, option, part, widget);
+    }
+};
+
 class ListWidget : public QComboBox {
  public:
     explicit ListWidget(QWidget* parent) : QComboBox(parent) {
+        static auto* roomy = new RoomyListStyle;  // outlives every list
+        setStyle(roomy);
         setFocusPolicy(Qt::StrongFocus);
         setMaxVisibleItems(20);
     }
