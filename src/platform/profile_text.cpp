@@ -164,8 +164,12 @@ ProfileText::Section* ProfileText::FindSection(std::string_view name) {
 
 ProfileText::Section* ProfileText::Open(std::size_t begin) {
     const auto [entry, isNew] = opened_.try_emplace(begin);
-    if (isNew) entry->second = {begin, SectionEnd(text_, begin)};
-    return &entry->second;
+    Section& section = entry->second;
+    if (isNew) {
+        section.Begin = begin;
+        section.End = SectionEnd(text_, begin);
+    }
+    return &section;
 }
 
 std::string ProfileText::Joined() const {

@@ -168,6 +168,7 @@ TEST_F(Meter, GrowsWithTheFirstRollUpAndKeepsTheEditorInItsFrame) {
     Ask(1, {"G"});
     EXPECT_EQ(robot::Bounds(kForm).Height, 305);
     EXPECT_EQ(robot::Bounds(kForm, "shpFrame").Height, 273);
+    EXPECT_EQ(robot::Describe(kForm, "Command1").Name, "Editor");
     robot::Click(kForm, "Cmnd(4)");
     EXPECT_EQ(robot::Bounds(kForm).Height, 32);
     robot::Click(kForm, "Cmnd(4)");

@@ -118,7 +118,9 @@ TEST(ProfileTextTest, LineBreaksInAValueMakeFurtherLines) {
     EXPECT_EQ(text.Value("s", "k"), "one");
     EXPECT_EQ(text.Value("s", "j"), "inner");
     text.SetValue("s", "j", "7");
+    EXPECT_EQ(text.Value("s", "j"), "7");
     text.SetValue("s", "k", "one\r\n[T]\r\nk=5\r\nm=6");
+    EXPECT_EQ(text.Value("s", "k"), "one");
     EXPECT_EQ(text.Value("t", "k"), "5") << "a header in a value opens a section like any other";
     EXPECT_EQ(text.Value("s", "j"), "");
     text.SetValue("s", "n", "8");

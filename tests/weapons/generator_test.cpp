@@ -116,6 +116,7 @@ TEST_F(Generator, WorksWithoutLevelFiles) {
 
 TEST_F(Generator, HoldsValuesBeyond32BitsAtTheNearestBound) {
     Weapon().MinDamage = Weapon().Speed = kLowest;
+    Weapon().ReqLev = 1;
     Weapon().MaxDamage = Weapon().CriticalBonus = Weapon().MaxDurability = kHighest;
     quality_ = {"", kHighest, kHighest, 0, 0, 0, 0, kHighest, kHighest, kHighest, 0, 0, kLowest};
     const GeneratedWeapon made = MakeFirst();
@@ -123,6 +124,7 @@ TEST_F(Generator, HoldsValuesBeyond32BitsAtTheNearestBound) {
     EXPECT_EQ(made.DamageMax, kHighest);
     EXPECT_EQ(made.CriticalChance, kHighest);
     EXPECT_EQ(made.Speed, kLowest);
+    EXPECT_EQ(made.ReqLevel, kHighest);
     EXPECT_TRUE(made.HasReqLevel);
     EXPECT_GT(made.CurDurability, kHighest - 1000);
 }

@@ -13,10 +13,17 @@
 namespace orvane {
 namespace {
 
+// A profile file from its lines, written with blanks between them.
+std::string Lines(std::string_view text) {
+    std::string lines;
+    for (const char c : text) lines += c == ' ' ? "\r\n" : std::string(1, c);
+    return lines + "\r\n";
+}
+
 // Percentages that leave values as they are. Of equal keys the first counts, so these may follow others.
-const std::string kHundreds =
-    "MinDamage=100\r\nMaxDamage=100\r\nMinDamageFatigue=100\r\nMaxDamageFatigue=100\r\nDefence=100\r\n"
-    "AttackBonus=100\r\nMaxDurability=100\r\nPrice=100\r\nWeight=100\r\n";
+const std::string kHundreds = Lines(
+    "MinDamage=100 MaxDamage=100 MinDamageFatigue=100 MaxDamageFatigue=100 Defence=100 AttackBonus=100 "
+    "MaxDurability=100 Price=100 Weight=100");
 
 // Files of the test's own in the program's folder.
 class WeaponFiles : public FolderTest {
@@ -34,21 +41,16 @@ class WeaponFiles : public FolderTest {
 };
 
 TEST_F(WeaponFiles, FillEveryLineOfTheSheet) {
-    Load(
-        "[WEAPON001]\r\nName=W\r\nMinDamage=2\r\nMaxDamage=10\r\nMinDamageFatigue=5\r\nMaxDamageFatigue="
-        "50\r\n"
-        "AttackBonus=40\r\nDefence=60\r\nCriticalBonus=70\r\nDamageType=-1\r\nSpeed=80\r\nWeight=90\r\n"
-        "Metal=1\r\nBUC=1\r\nQuality=1\r\nCurDurability=1\r\nMaxDurability=100\r\nReqStr=11\r\nReqDex=12\r\n"
-        "ReqLev=13\r\nHands=2\r\nBasePrice=110\r\n[HEAD]\r\nitems=1\r\n");
-    Write(
-        "quality.ini",
-        "[LEVEL5]\r\nName=Q\r\nMinDamage=100\r\nMaxDamage=110\r\nMinDamageFatigue=120\r\nMaxDamageFatigue="
-        "130\r\n"
-        "AttackBonus=140\r\nDefence=150\r\nCriticalBonus=1\r\nMaxDurability=160\r\nReqLev=2\r\nPrice=170\r\n"
-        "Weight=188\r\nSpeed=3\r\n");
-    Put(Folder / "buc.ini", "[LEVEL5]\r\nName=B\r\nCriticalBonus=100\r\nReqLev=1\r\n" + kHundreds);
-    Put(Folder / "metal.ini",
-        "[LEVEL7]\r\nName=M\r\nSpeed=-90\r\nDefence=-100\r\nPrice=50\r\nWeight=25\r\n" + kHundreds);
+    Load(Lines(
+        "[WEAPON001] Name=W MinDamage=2 MaxDamage=10 MinDamageFatigue=5 MaxDamageFatigue=50 AttackBonus=40 "
+        "Defence=60 CriticalBonus=70 DamageType=-1 Speed=80 Weight=90 Metal=1 BUC=1 Quality=1 ReqStr=11 "
+        "CurDurability=1 MaxDurability=100 ReqDex=12 ReqLev=13 Hands=2 BasePrice=110 [HEAD] items=1"));
+    Put(Folder / "quality.ini",
+        Lines("[LEVEL5] Name=Q MinDamage=100 MaxDamage=110 MinDamageFatigue=120 MaxDamageFatigue=130 "
+              "AttackBonus=140 Defence=150 CriticalBonus=1 MaxDurability=160 ReqLev=2 Price=170 Weight=188 "
+              "Speed=3"));
+    Put(Folder / "buc.ini", Lines("[LEVEL5] Name=B CriticalBonus=100 ReqLev=1") + kHundreds);
+    Put(Folder / "metal.ini", Lines("[LEVEL7] Name=M Speed=-90 Defence=-100 Price=50 Weight=25") + kHundreds);
     LoadModifiers(tables_);
     const platform::ScriptedRandom random({0, 0.9999F, 0.9999F, 0.9999F, 0.9999F});
     EXPECT_EQ(BuildWeaponSheet(GenerateWeapon(tables_)),
@@ -70,10 +72,10 @@ TEST_F(WeaponFiles, FillEveryLineOfTheSheet) {
 }
 
 TEST_F(WeaponFiles, ItemsAloneSayHowManyThereAre) {
-    const auto& weapons = Load(
-        "[HEAD]\r\nitems=1000.6\r\n[WEAPON001]\r\nName=First\r\nSpeed=12abc\r\nWeight=abc\r\nHands=2.5\r\n"
-        "ReqStr=3.5\r\nReqDex=-7\r\nMinDamage=99999999999\r\n[WEAPON003]\r\nName=Third\r\n"
-        "[WEAPON042]\r\nName=Padded\r\n[WEAPON1000]\r\nName=Long\r\n[WEAPON1002]\r\nName=Beyond\r\n");
+    const auto& weapons = Load(Lines(
+        "[HEAD] items=1000.6 [WEAPON001] Name=First Speed=12abc Weight=abc Hands=2.5 ReqStr=3.5 ReqDex=-7 "
+        "MinDamage=99999999999 [WEAPON003] Name=Third [WEAPON042] Name=Padded [WEAPON1000] Name=Long "
+        "[WEAPON1002] Name=Beyond"));
     ASSERT_EQ(weapons.size(), 1001U);
     EXPECT_EQ(weapons[0].Speed, 12);
     EXPECT_EQ(weapons[0].Weight, 0);
@@ -96,11 +98,10 @@ TEST_F(WeaponFiles, TellsWhyThereAreNoWeapons) {
         EXPECT_EQ(reason.find("\r\n"), reason.size() - secondLine.size()) << reason;
     };
     expectReason("is missing or cannot be read.");
-    EXPECT_EQ(Load("[HEAD]\r\nitems=100000\r\n").size(), 100000U);
+    EXPECT_EQ(Load(Lines("[HEAD] items=100000")).size(), 100000U);
     EXPECT_EQ(tables_.NoWeaponsReason, "");
     for (const char* items : {"0", "-5", "0.5", "many", "", "100001", "2000000000", "1e300"}) {
-        Put(Folder / "weapon.ini",
-            std::string("[HEAD]\r\nitems=") + items + "\r\n[WEAPON001]\r\nName=Dagger\r\n");
+        Put(Folder / "weapon.ini", Lines(std::string("[HEAD] items=") + items + " [WEAPON001] Name=Dagger"));
         expectReason(std::atof(items) < 1 ? "must be at least 1." : "must be at most 100000.");
     }
     std::filesystem::remove(Folder / "weapon.ini");
@@ -110,16 +111,14 @@ TEST_F(WeaponFiles, TellsWhyThereAreNoWeapons) {
 
 TEST_F(WeaponFiles, MakeTheSheetOfABlade) {
     Load(
-        "[HEAD]\r\nitems=1\r\n[WEAPON001]\r\nName=Blade\r\nMinDamage=2\r\nMaxDamage=12\r\nMinDamageFatigue="
-        "1\r\n"
-        "MaxDamageFatigue=6\r\nAttackBonus=3\r\nDefence=0\r\nCriticalBonus=5\r\nDamageType=1\r\nSpeed=10\r\n"
-        "Weight=45\r\nMaxDurability=90\r\nReqStr=12\r\nReqDex=0\r\nReqLev=2\r\nHands=1\r\nBasePrice=250\r\n");
+        Lines("[HEAD] items=1 [WEAPON001] Name=Blade MinDamage=2 MaxDamage=12 MinDamageFatigue=1 "
+              "MaxDamageFatigue=6 AttackBonus=3 Defence=0 CriticalBonus=5 DamageType=1 Speed=10 Weight=45 "
+              "MaxDurability=90 ReqStr=12 ReqDex=0 ReqLev=2 Hands=1 BasePrice=250"));
     Put(Folder / "quality.ini",
-        "[LEVEL2]\r\nName=Fine\r\nAttackBonus=200\r\nMaxDurability=125\r\nPrice=150\r\nCriticalBonus=2\r\n"
-        "ReqLev=1\r\n" +
+        Lines("[LEVEL2] Name=Fine AttackBonus=200 MaxDurability=125 Price=150 CriticalBonus=2 ReqLev=1") +
             kHundreds);
-    Put(Folder / "buc.ini", "[LEVEL3]\r\nName=Plain\r\n" + kHundreds);
-    Put(Folder / "metal.ini", "[LEVEL4]\r\nName=Iron\r\nPrice=95\r\nWeight=90\r\n" + kHundreds);
+    Put(Folder / "buc.ini", Lines("[LEVEL3] Name=Plain") + kHundreds);
+    Put(Folder / "metal.ini", Lines("[LEVEL4] Name=Iron Price=95 Weight=90") + kHundreds);
     LoadModifiers(tables_);
     const platform::ScriptedRandom random({0, 1.5F / 5, 2.5F / 5, 3.5F / 7, 87.5F / 113});
     EXPECT_EQ(BuildWeaponSheet(GenerateWeapon(tables_)),
@@ -218,9 +217,9 @@ TEST_F(ShippedWeapons, AreWholeFilesOfEveryKind) {
         std::ifstream stream(data_ / file, std::ios::binary);
         int sections = 0;
         for (std::string line; std::getline(stream, line);) {
-            EXPECT_TRUE(line.ends_with('\r')) << file << ": " << line;
-            EXPECT_TRUE(
-                std::all_of(line.begin(), line.end() - 1, [](char c) { return c >= ' ' && c <= '~'; }));
+            const auto text =
+                std::find_if_not(line.begin(), line.end(), [](char c) { return c >= ' ' && c <= '~'; });
+            EXPECT_EQ(std::string(text, line.end()), "\r") << file << ": " << line;
             if (line.starts_with('[')) ++sections;
         }
         EXPECT_EQ(sections, expected) << file;

@@ -34,7 +34,9 @@ FormWidget::FormWidget(Form& form, FormFrame frame) : QWidget(nullptr, FlagsOf(f
 void FormWidget::Enrol(Control::Native& control) {
     controls_.push_back(&control);
     if (control.Widget->focusPolicy() == Qt::NoFocus) return;
-    if (!nextName_.isEmpty()) control.Widget->setAccessibleName(nextName_);
+    // A button has a name of its own.
+    if (!nextName_.isEmpty() && !control.Widget->inherits("QAbstractButton"))
+        control.Widget->setAccessibleName(nextName_);
     nextName_.clear();
 }
 

@@ -1,0 +1,143 @@
+// Any bytes as a file, any names and values: reading never fails; a write gives what was written and changes
+// nothing else; one open text takes writes just as the file would take them one by one.
+
+#include <set>
+#include <utility>
+
+#include "fuzz/fuzz_input.h"
+#include "platform/profile_encoding.h"
+#include "platform/profile_text.h"
+
+namespace {
+
+using platform::FoldedCase;
+using platform::ProfileText;
+using platform::ToUtf8;
+
+std::string Trim(std::string_view text) {
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);
+    return std::string(text);
+}
+
+std::string Name(std::string_view text) { return FoldedCase(ToUtf8(Trim(text))); }
+
+std::string Promised(const std::optional<std::string>& value) {
+    if (!value) return {};
+    const std::string text = ToUtf8(*value);
+    std::string line = Trim(text.substr(0, text.find_first_of(std::string_view("\r\n\0", 3))));
+    if (line.size() > 1 && line.front() == line.back() && (line.front() == '\'' || line.front() == '"')) {
+        line = line.substr(1, line.size() - 2);
+    }
+    std::size_t characters = 0;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const bool begins = (static_cast<unsigned char>(line[i]) & 0xC0) != 0x80;
+        if (begins && ++characters > 254) return line.substr(0, i);
+    }
+    return line;
+}
+
+std::string TextOf(std::string_view bytes) {
+    if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+    return ToUtf8(bytes);
+}
+
+// Lines with their ends, CR LF or LF.
+std::vector<std::string> Lines(std::string_view text) {
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size() - 1) + 1;
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(end);
+    }
+    return lines;
+}
+
+// Whatever could be a section and a key of the text, and more.
+std::set<std::pair<std::string, std::string>> KeysIn(std::string_view text) {
+    std::set<std::pair<std::string, std::string>> keys;
+    std::string section;
+    for (const std::string& whole : Lines(text)) {
+        const std::string line = Trim(std::string_view(whole).substr(0, whole.find_last_not_of("\r\n") + 1));
+        if (line.starts_with("[")) section = line.substr(1, line.find(']') - 1);
+        if (line.find('=') != std::string::npos) keys.emplace(section, line.substr(0, line.find('=')));
+    }
+    return keys;
+}
+
+bool OnlyOneLineDiffers(std::string_view before, std::string_view after) {
+    while (!before.empty() && !after.empty() && before.front() == after.front()) {
+        before.remove_prefix(1);
+        after.remove_prefix(1);
+    }
+    while (!before.empty() && !after.empty() && before.back() == after.back()) {
+        before.remove_suffix(1);
+        after.remove_suffix(1);
+    }
+    return before.find_first_of("\r\n") == std::string_view::npos;
+}
+
+bool OnlyKeyIsGone(std::string_view before, std::string_view after, const std::string& key) {
+    if (HasLoneCr(before)) return true;
+    const std::vector<std::string> kept = Lines(after);
+    auto next = kept.begin();
+    for (const std::string& line : Lines(before)) {
+        if (next != kept.end() && *next == line) {
+            ++next;
+        } else if (line.find('=') == std::string::npos || Name(line.substr(0, line.find('='))) != key) {
+            return false;
+        }
+    }
+    return next == kept.end();
+}
+
+// Writes to the file as if there were nothing but the file, and gives its new bytes.
+std::string Written(const std::string& file, const FuzzedWrite& write) {
+    ProfileText text(file);
+    Require(text.Bytes() == file, "a text that nobody wrote to is the file");
+    const bool accepted = text.SetValue(write.Section, write.Key, write.Value);
+    std::string bytes = text.Bytes();
+    if (!accepted) {
+        Require(bytes == file, "a refused write changes nothing");
+        return bytes;
+    }
+    ProfileText old(file);
+    ProfileText reread(bytes);
+    const std::string value = reread.Value(write.Section, write.Key);
+    Require(value == Promised(write.Value), "a value reads as promised");
+    Require(text.Value(write.Section, write.Key) == value, "the open text reads like the file");
+
+    const std::string before = TextOf(file);
+    const std::string after = TextOf(bytes);
+    const bool oneLine =
+        write.Value ? OnlyOneLineDiffers(before, after) : OnlyKeyIsGone(before, after, Name(write.Key));
+    Require(oneLine, "all other lines stay");
+    for (const auto& [section, key] : KeysIn(before)) {
+        const std::string was = old.Value(section, key);
+        Require(was.find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos, "a value is one line");
+        if (write.AddsLines() || (Name(section) == Name(write.Section) && Name(key) == Name(write.Key)))
+            continue;
+        Require(reread.Value(section, key) == was, "all other keys stay");
+        Require(text.Value(section, key) == was, "all other keys stay in the open text");
+    }
+    if (!write.AddsLines()) {
+        text.SetValue(write.Section, write.Key, write.Value);
+        Require(text.Bytes() == bytes, "writing the same again changes nothing");
+    }
+    return bytes;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const FuzzedFile input(data, size);
+    ProfileText open(input.Bytes);
+    std::string file = input.Bytes;
+    for (const FuzzedWrite& write : input.Writes) {
+        file = Written(file, write);
+        open.SetValue(write.Section, write.Key, write.Value);
+    }
+    Require(input.HasLoneCr() || TextOf(open.Bytes()) == TextOf(file),
+            "writes together are writes one by one");
+    return 0;
+}

@@ -1,0 +1,33 @@
+# What comes from Debian 12, by purpose. To be sourced by a bash script.
+
+declare -A PACKAGES=(
+    [build]="cmake g++ libsdl2-dev ninja-build qt6-base-dev"
+    [start]="fonts-dejavu-core fonts-liberation qt6-wayland xdotool"
+    [tour]="at-spi2-core dbus-daemon gir1.2-atspi-2.0 imagemagick openbox python3 python3-gi xclip xdotool xvfb"
+    [measure]="libbenchmark-dev pkg-config python3-xlib xauth xvfb"
+    [test]="libgtest-dev weston xfce4-settings xwayland"
+)
+
+# need PURPOSE...: installs what is missing for these purposes. Nothing missing: the network is left alone.
+need() {
+    local purpose packages="" installed missing
+    for purpose; do packages+=" ${PACKAGES[$purpose]}"; done
+    installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' | sed -n 's/^installed //p')
+    missing=$(tr ' ' '\n' <<<"$packages" | sed '/^$/d' | sort -u | comm -23 - <(sort -u <<<"$installed"))
+    [[ -n $missing ]] || return 0
+
+    echo "Installing from Debian:" $missing
+    local root=() options=(-q -y -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3 --no-install-recommends)
+    ((EUID == 0)) || root=(sudo)
+    # A source of other software that cannot be reached does not matter: what is missing shows below.
+    quietly "${root[@]}" apt-get update -q </dev/null || true
+    quietly "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install "${options[@]}" $missing </dev/null
+}
+
+# quietly COMMAND...: runs it and shows what it printed only if it fails.
+quietly() {
+    local output code=0
+    output=$("$@" 2>&1) || code=$?
+    ((code == 0)) || printf '%s\n' "$output" "Failed with $code: $*" >&2
+    return "$code"
+}
