@@ -79,8 +79,9 @@ void frmEditQuestions::Form_Load() {
 void frmEditQuestions::CloseFromOutside() { platform::UnloadForm<frmEditQuestions>(); }
 
 void frmEditQuestions::ShowQuestion(std::int32_t Number) {
-    // A copy: the boxes store what they are given back into the slot.
-    const QuestionRecord question = edit_.List[Number];
+    // A box might not hold every character that a file can: what nobody edits stays as it was read.
+    showing_ = true;
+    const QuestionRecord& question = edit_.List[Number];
     for (int i = 1; i <= kAnswerCount; ++i) {
         const AnswerRecord& answer = question.Answers[i];
         The<platform::TextBox>("txtAnsver", i).SetText(TextOf(answer.Text));
@@ -88,13 +89,16 @@ void frmEditQuestions::ShowQuestion(std::int32_t Number) {
             .SetListIndex(static_cast<int>(AnswerCodePosition(TextOf(answer.Value))));
     }
     txtQuestion.SetText(TextOf(question.Text));
+    showing_ = false;
     lblNumber.SetCaption(NumberText(Number) + "/" + NumberText(edit_.QuestionCount));
 }
 
-void frmEditQuestions::txtQuestion_Change() { Current().Text = txtQuestion.Text(); }
+void frmEditQuestions::txtQuestion_Change() {
+    if (!showing_) Current().Text = txtQuestion.Text();
+}
 
 void frmEditQuestions::txtAnsver_Change(int Index) {
-    Current().Answers[Index].Text = The<platform::TextBox>("txtAnsver", Index).Text();
+    if (!showing_) Current().Answers[Index].Text = The<platform::TextBox>("txtAnsver", Index).Text();
 }
 
 void frmEditQuestions::cmbAling_Validate(int Index) {

@@ -31,6 +31,7 @@ class frmEditQuestions : public Window {
     QuestionRecord& Current() { return edit_.List[edit_.CurrentQuestion]; }
 
     QuestionEdit edit_;
+    bool showing_ = false;  // the boxes are being filled from the list
     platform::TextBox& txtQuestion = The<platform::TextBox>("txtQuestion");
     platform::TextBox& txtFile = The<platform::TextBox>("txtFile");
     platform::Label& lblNumber = The<platform::Label>("lblNumber");

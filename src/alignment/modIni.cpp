@@ -28,6 +28,7 @@ class IniPass {
         if (const IniPass* outer = Innermost(name, Purpose::Write)) {
             text_ = platform::ProfileText(outer->text_.Bytes());
             replaceable_ = outer->replaceable_;
+            readable_ = outer->readable_;
         } else {
             Load();
         }
@@ -51,6 +52,7 @@ class IniPass {
     }
 
     platform::ProfileText& Text() { return text_; }
+    bool Readable() const { return readable_; }
 
     void Set(std::string_view section, std::string_view key, std::optional<std::string_view> value) {
         if (text_.SetValue(section, key, value)) changed_ = true;
@@ -77,6 +79,7 @@ class IniPass {
         if (read.State == platform::ProfileState::Missing) {
             read = platform::ReadProfileFile(platform::ShippedFile(file_, platform::CurrentPlaces()));
         }
+        readable_ = read.State == platform::ProfileState::Readable;
         text_ = platform::ProfileText(read.Bytes);
     }
 
@@ -85,6 +88,7 @@ class IniPass {
     std::filesystem::path file_;
     platform::ProfileText text_;
     bool replaceable_ = false;
+    bool readable_ = false;
     bool changed_ = false;
 };
 
@@ -112,6 +116,8 @@ IniReadPass::IniReadPass(std::string_view FileName) {
 }
 
 IniReadPass::~IniReadPass() = default;
+
+bool IniReadPass::Readable() const { return pass_->Readable(); }
 
 IniWritePass::IniWritePass(std::string_view FileName)
     : pass_(std::make_unique<IniPass>(FileName, Purpose::Write)) {}

@@ -36,6 +36,9 @@ class IniReadPass {
     IniReadPass(const IniReadPass&) = delete;
     IniReadPass& operator=(const IniReadPass&) = delete;
 
+    // Whether there is a file that can be read.
+    bool Readable() const;
+
  private:
     std::unique_ptr<IniPass> pass_;
 };

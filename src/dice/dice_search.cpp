@@ -1,7 +1,5 @@
 #include "dice/dice_search.h"
 
-#include <limits>
-
 namespace orvane {
 namespace {
 
@@ -21,7 +19,8 @@ std::optional<DiceNotation> SearchDice(std::int32_t From, std::int32_t To) {
         const std::int64_t count = spread / (sides - 1);
         const std::int64_t bonus = From - count;
         if (bonus < kLowestBonus) break;
-        if (bonus > spread + 1 || count > std::numeric_limits<std::int32_t>::max()) continue;
+        if (bonus > spread + 1) continue;
+        // Within the bounds of the bonus, count is at most 100 above From and fits 32 bits.
         return DiceNotation{static_cast<std::int32_t>(count), static_cast<std::int32_t>(sides),
                             static_cast<std::int32_t>(bonus)};
     }

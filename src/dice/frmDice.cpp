@@ -27,9 +27,8 @@ constexpr ControlRow kControls[] = {
     {"Cmnd(2)", Kind::Button, "Close", {152, 192, 49, 17}},
     {"Label5",
      Kind::Help,
-     "Instructions: Just enter your dice values and roll. Format is the same as each RPG uses: nDs+b (n "
-     "Dices with s "
-     "Sides plus/minus b Bonus) ie: 1D6+1 or 2D4 or 3D8 -3 ...",
+     "Instructions: Just enter your dice values and roll. Format is the same as each RPG uses: nDs+b "
+     "(n Dices with s Sides plus/minus b Bonus) ie: 1D6+1 or 2D4 or 3D8 -3 ...",
      {8, 216, 193, 65}},
     {"Status", Kind::CentredCaption, "", {0, 288, 209, 17}},
 };
@@ -76,9 +75,9 @@ void frmDice::Form_Load() {
 }
 
 void frmDice::RollDice() {
-    txtN.SetText(CleanCount(txtN.Text()));
-    txtS.SetText(CleanCount(txtS.Text()));
-    txtB.SetText(CleanBonus(txtB.Text()));
+    txtN_LostFocus();
+    txtS_LostFocus();
+    txtB_LostFocus();
     const std::int32_t sign = cmbPM.ListIndex() == 0 ? 1 : -1;
     const DiceRoll roll{NumberIn(txtN), NumberIn(txtS), sign * NumberIn(txtB)};
     txtResult.SetText(RollSummary(roll) + "Result of roll: " + NumberText(DrawRoll(roll)));

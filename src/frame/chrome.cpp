@@ -7,7 +7,6 @@
 namespace orvane {
 namespace {
 
-constexpr float kTwipsPerPixel = 15;
 constexpr float kRolledUpHeight = 480;    // of the window, in twips
 constexpr int kRolledUpFrameHeight = 32;  // of shpFrame, in pixels
 constexpr std::string_view kFullGlyph = "_";
@@ -108,7 +107,7 @@ void ThemedForm::RollUp() {
     const bool full = rollGlyph_.Caption() == kFullGlyph;
     const int height = Or(Table().FullHeight, Table().Height);
     rollGlyph_.SetCaption(full ? kRolledUpGlyph : kFullGlyph);
-    SetHeight(full ? kRolledUpHeight : static_cast<float>(height) * kTwipsPerPixel);
+    SetHeight(full ? kRolledUpHeight : static_cast<float>(height) * platform::kTwipsPerPixel);
     shpFrame.SetHeight(full ? kRolledUpFrameHeight : height);
 }
 

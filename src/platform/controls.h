@@ -75,7 +75,7 @@ class TextBox : public Control {
         bool ScrollBar = false;
         bool TabStop = true;
         bool Framed = false;  // with the desktop's own frame
-        int MaxLength = 0;  // for what the user enters, in characters; 0: none
+        int MaxLength = 0;    // for what the user enters, in characters; 0: none
     };
     TextBox(Form& form, std::string_view name, const Rect& place, const Style& style);
 

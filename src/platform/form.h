@@ -10,6 +10,8 @@
 
 namespace platform {
 
+inline constexpr float kTwipsPerPixel = 15;
+
 enum class FormFrame {
     None,   // the form draws its own frame
     Dialog  // the desktop's title bar with a close box, and a fixed size

@@ -24,9 +24,9 @@ ProfileFile ReadProfileFile(const std::filesystem::path& file);
 
 // Puts the bytes in place of the file's contents, or makes the file: afterwards the path holds the old
 // contents or the new ones, whole, whenever the power goes. The file keeps its permissions, a link stays a
-// link. Folders are made in and up to the user's folder only. False, and nothing changed, if that cannot be
-// done, if the file is Unusable or if nobody may write to it. A file that holds these bytes already is not
-// touched.
+// link. Folders that are missing are made for files of the user's folder, and for no others. False, and
+// nothing changed, if that cannot be done, if the file is Unusable or if nobody may write to it. A file that
+// holds these bytes already is not touched.
 bool ReplaceProfileFile(const std::filesystem::path& file, std::string_view bytes);
 
 }  // namespace platform

@@ -1,7 +1,7 @@
 #include "stats/frmStatsCounter.h"
 
 #include "platform/application.h"
-#include "stats/stat_help.h"
+#include "stats/stat_common.h"
 #include "stats/stat_seam.h"
 
 namespace orvane {
@@ -39,19 +39,7 @@ constexpr ControlRow kControls[] = {
     {"Status", Kind::CentredCaption, "", {0, 304, 345, 17}},
 };
 
-constexpr HintRow kHints[] = {
-    {"Cmnd(0)", "Will copy result to clipboard"},
-    {"Cmnd(1)", "Will randomize race, sex and class selection"},
-    {"Cmnd(2)", "Will close this window"},
-    {"Cmnd(3)", "Will close this window"},
-    {"Cmnd(4)", "Will minimize window"},
-    {"txtTextOut", "This is result of your selection"},
-    {"Label5", "Little help ..."},
-    {"Status", "Tool tip :)"},
-    {kBackground, "Ready!"},
-};
-
-constexpr WindowTable kTable{"frmStatsCounter", "Orvane Stats Generator", 345, 321, kControls, kHints};
+constexpr WindowTable kTable{"frmStatsCounter", "Orvane Stats Generator", 345, 321, kControls, kStatHints};
 
 StatRecord& StatOf(int row) { return Stats[static_cast<std::size_t>(row)]; }
 

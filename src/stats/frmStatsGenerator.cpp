@@ -3,7 +3,7 @@
 #include "platform/application.h"
 #include "platform/random.h"
 #include "stats/modifier_tables.h"
-#include "stats/stat_help.h"
+#include "stats/stat_common.h"
 #include "stats/stat_model.h"
 #include "stats/stat_seam.h"
 #include "stats/stat_sheet.h"
@@ -31,19 +31,7 @@ constexpr ControlRow kControls[] = {
     {"Status", Kind::CentredCaption, "", {0, 304, 345, 17}},
 };
 
-constexpr HintRow kHints[] = {
-    {"Cmnd(0)", "Will copy result to clipboard"},
-    {"Cmnd(1)", "Will randomize race, sex and class selection"},
-    {"Cmnd(2)", "Will close this window"},
-    {"Cmnd(3)", "Will close this window"},
-    {"Cmnd(4)", "Will minimize window"},
-    {"txtTextOut", "This is result of your selection"},
-    {"Label5", "Little help ..."},
-    {"Status", "Tool tip :)"},
-    {kBackground, "Ready!"},
-};
-
-constexpr WindowTable kTable{"frmStatsGenerator", "Orvane Stats Generator", 345, 321, kControls, kHints};
+constexpr WindowTable kTable{"frmStatsGenerator", "Orvane Stats Generator", 345, 321, kControls, kStatHints};
 
 // While it is set, a change of a list counts nothing.
 bool Randomizing = false;

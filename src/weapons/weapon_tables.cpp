@@ -6,7 +6,6 @@
 #include "alignment/modIni.h"
 #include "frame/mdlDeclars.h"
 #include "platform/places.h"
-#include "platform/profile.h"
 
 namespace orvane {
 namespace {
@@ -106,10 +105,10 @@ void LoadWeapons(WeaponTables& Tables) {
     const IniReadPass pass(fileName);
     const std::int32_t items = ReadNumber("HEAD", "items", fileName);
     if (items < 1) {
-        const bool readable = platform::ReadProfileFile(fileName).State == platform::ProfileState::Readable;
         return refuse(
-            readable ? "The weapon file lists no weapons: \"items\" in its section [HEAD] must be at least 1."
-                     : "The weapon file is missing or cannot be read.");
+            pass.Readable()
+                ? "The weapon file lists no weapons: \"items\" in its section [HEAD] must be at least 1."
+                : "The weapon file is missing or cannot be read.");
     }
     if (items > kWeaponLimit) {
         return refuse(

@@ -110,6 +110,22 @@ TEST_F(Editor, KeepsACodeThatItDoesNotKnowUntilTheFocusHasBeenThere) {
     EXPECT_EQ(IniRead("QUESTION_001", "ansvervalue_2", "quiz.ini"), "");
 }
 
+TEST_F(Editor, SavesUneditedTextsAsTheyWere) {
+    const std::string text =
+        "[HEAD]\r\nitems=1\r\n[QUESTION_001]\r\nquestion=Quoi\xC2\xA0? a\xE2\x80\xA8"
+        "b\xE2\x80\xA9"
+        "c\r\n"
+        "ansvertext_1=[QUESTION_002] a=b\r\nansvervalue_1=L\r\n";
+    Put(Folder / "user" / "quiz.ini", text);
+    Enter("txtFile", "quiz.ini");
+    Press("cmndOpen");
+    robot::Wheel(kForm, "cmbAling(1)", -1);
+    EXPECT_EQ(Text("cmbAling(1)"), "L   Lawfull");
+    Press("cmndSave");
+    EXPECT_TRUE(BytesOf(Folder / "user" / "quiz.ini").starts_with(text))
+        << BytesOf(Folder / "user" / "quiz.ini");
+}
+
 TEST_F(Editor, ShowsNoCountForAFileThatIsMissing) {
     Enter("txtQuestion", "Still here");
     Enter("txtFile", "d:\\none\\missing.ini");

@@ -84,6 +84,7 @@ TEST_F(ModIniTest, AReadPassSeesOneStateAndTheProgramsOwnWrites) {
         Put(User / "b.ini", "[s]\nk=7\n");
         EXPECT_EQ(IniRead("s", "k", "c:\\b.ini"), "");
         IniWrite("s", "k", "3", "a.ini");
+        EXPECT_EQ(BytesOf(File), "[s]\nk=3\nj=2\n");
         EXPECT_EQ(IniRead("s", "k", kName), "3");
         {
             IniWritePass write("a.ini");

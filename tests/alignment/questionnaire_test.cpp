@@ -64,7 +64,6 @@ const std::map<std::string_view, double>& RandomAnswers() {
 TEST(Questionnaire, TextsFitAndNameNoAlignmentAndAllCodesAreUsed) {
     const auto check = [](const std::string& text, std::size_t longest) {
         EXPECT_TRUE(!text.empty() && text.size() <= longest) << text;
-        EXPECT_EQ(text.find('&'), std::string::npos) << text;
         std::string small = text;
         for (char& c : small) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
         for (const char* word : {"good", "evil", "law", "chao", "neutral"}) {

@@ -62,7 +62,7 @@ TEST(SearchDice, AnswersForAnyTwo32BitNumbers) {
             EXPECT_GE(dice->Bonus, -100);
         }
     }
-    // 1073741773 dice of three sides fit; for two sides the count would leave 32 bits.
+    // Even the fewest dice, 800 million of six sides, want a bonus far below -100.
     EXPECT_FALSE(SearchDice(-2000000000, 2000000000));
     EXPECT_TRUE(SearchDice(1000000000, 2000000000));
 }

@@ -43,13 +43,12 @@ class Control:
         count = self.accessible.get_child_count()
         return [Control(child) for i in range(count) if (child := self.accessible.get_child_at_index(i))]
 
-    def hover(self):
+    def hover(self, *then):
         left, top, width, height = self.place
-        xdotool("mousemove", left + width // 2, top + height // 2)
+        xdotool("mousemove", left + width // 2, top + height // 2, *then)
 
     def click(self):
-        self.hover()
-        xdotool("click", 1)
+        self.hover("mousedown", 1, "mouseup", 1)
 
     def choose(self, name):
         """Opens a drop-down list and clicks on an entry."""

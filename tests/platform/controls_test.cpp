@@ -76,6 +76,18 @@ TEST_F(Controls, ALabelThatGotThePressGetsTheRest) {
     EXPECT_EQ(Events(), (Strings{"down 2,3", "up 2,3", "click"}));
     robot::DoubleClick("Test", "label");
     EXPECT_EQ(std::ranges::count(Events(), "click"), 2);
+    // A second button has no part in a press, and a press ends with the window.
+    robot::Move("Test", {12, 13});
+    Events();
+    robot::Press("Test", {12, 13});
+    robot::Press("Test", {12, 13}, robot::Button::Right);
+    robot::Release("Test", {12, 13}, robot::Button::Right);
+    EXPECT_EQ(Events(), Strings{"down 2,3"});
+    form.Hide();
+    EXPECT_EQ(Events(), Strings{"up 0,0"});
+    form.Show();
+    robot::Release("Test", {12, 13});
+    Events();
     // A control without handlers ends an event, the form's own background has it.
     robot::Hover("Test", "silent");
     EXPECT_TRUE(Events().empty());
@@ -115,8 +127,30 @@ TEST_F(Controls, ATextKeepsItsLineBreaksAndTellsItsChanges) {
     EXPECT_EQ(Events(), (Strings{"box", "box"}));
     robot::Key("Test", "Ctrl+A");
     robot::Key("Test", "Ctrl+C");
-    SetClipboardText(box.Text());
     EXPECT_EQ(robot::Clipboard(), "one\r\ntwo\r\n3\r\n");
+}
+
+TEST_F(Controls, ALineStaysALineAndAnUndoStaysWithinATextThatWasSet) {
+    TextBox line(form, "line", {0, 0, 100, 20}, {});
+    TextBox area(form, "area", {0, 20, 100, 60}, {.MultiLine = true});
+    form.Show();
+    robot::Click("Test", "line");
+    robot::Paste("Test",
+                 "one\n[two]\r\nthree\xE2\x80\xA8"
+                 "four");
+    EXPECT_EQ(line.Text(), "one [two]  three four");
+    const std::string odd = "Quoi\xC2\xA0? \xF0\x9D\x84\x9E";
+    area.SetText(odd);
+    EXPECT_EQ(area.Text(), odd);
+    for (TextBox* box : {&line, &area}) {
+        box->SetText("first");
+        robot::Click("Test", box == &line ? "line" : "area");
+        robot::Type("Test", "x");
+        box->SetText(box->Text());
+        const std::string shown = box->Text();
+        robot::Key("Test", "Ctrl+Z");
+        EXPECT_EQ(box->Text(), shown);
+    }
 }
 
 TEST_F(Controls, AListTellsItsOpeningKeysAndChoices) {
@@ -137,6 +171,8 @@ TEST_F(Controls, AListTellsItsOpeningKeysAndChoices) {
     EXPECT_EQ(Events(), (Strings{"key", "click Female"}));
     robot::Key("Test", "Up");
     EXPECT_EQ(Events(), Strings{"click Male"});
+    robot::Key("Test", "Alt+X");
+    EXPECT_TRUE(Events().empty());
     robot::OpenList("Test", "list");
     robot::KeyInOpenList("Test", "list", "O");
     robot::KeyInOpenList("Test", "list", "Return");

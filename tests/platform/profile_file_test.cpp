@@ -6,8 +6,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <set>
 
 #include "platform/places.h"

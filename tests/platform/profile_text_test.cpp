@@ -118,6 +118,7 @@ TEST(ProfileTextTest, LineBreaksInAValueMakeFurtherLines) {
     EXPECT_EQ(text.Value("s", "k"), "one");
     EXPECT_EQ(text.Value("s", "j"), "inner");
     text.SetValue("s", "j", "7");
+    text.SetValue("s", "k", "moves the others");
     EXPECT_EQ(text.Value("s", "j"), "7");
     text.SetValue("s", "k", "one\r\n[T]\r\nk=5\r\nm=6");
     EXPECT_EQ(text.Value("s", "k"), "one");

@@ -30,6 +30,9 @@ void Hover(std::string_view form, std::string_view control);
 void Click(std::string_view form, std::string_view control, Button button = Button::Left);
 void DoubleClick(std::string_view form, std::string_view control);
 
+// Turns the wheel over a control, up for steps above 0.
+void Wheel(std::string_view form, std::string_view control, int steps);
+
 // A key by its name, such as "Tab", "Alt+N" or "Backspace"; goes to what has the focus in the window.
 void Key(std::string_view form, std::string_view key);
 void Type(std::string_view form, std::string_view text);

@@ -1,5 +1,6 @@
 #include "platform/form.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
 #include <QGuiApplication>
@@ -14,8 +15,6 @@
 
 namespace platform {
 namespace {
-
-constexpr float kTwipsPerPixel = 15;
 
 int ToPixels(float twips) { return static_cast<int>(std::lround(twips / kTwipsPerPixel)); }
 
@@ -92,22 +91,35 @@ void FormWidget::MoveTo(float left, float top) {
     top_ = top;
     const QPoint position(ToPixels(left), ToPixels(top));
     if (position == pos()) return;
-    constexpr std::size_t kMostUnconfirmed = 64;
-    requested_.push_back(position);
-    if (requested_.size() > kMostUnconfirmed) requested_.pop_front();
+    requested_.push_back({position, std::chrono::steady_clock::now()});
+    placing_ = true;
     move(position);
+    placing_ = false;
 }
 
 // A display server answers each move later, so a report of a position asked for some moves ago is no news.
 void FormWidget::moveEvent(QMoveEvent* event) {
-    const auto own = std::ranges::find(requested_, event->pos());
+    if (placing_) return;
+    constexpr auto kLatest = std::chrono::seconds(2);
+    const auto now = std::chrono::steady_clock::now();
+    while (!requested_.empty() && now - requested_.front().At > kLatest) requested_.pop_front();
+    const auto own = std::ranges::find(requested_, event->pos(), &Request::Position);
     if (own != requested_.end()) {
-        requested_.erase(requested_.begin(), own);
+        requested_.erase(requested_.begin(), own + 1);
         return;
     }
     if (event->pos() == QPoint(ToPixels(left_), ToPixels(top_))) return;
     left_ = static_cast<float>(event->pos().x()) * kTwipsPerPixel;
     top_ = static_cast<float>(event->pos().y()) * kTwipsPerPixel;
+}
+
+// What a press or a menu began ends with the window.
+void FormWidget::hideEvent(QHideEvent* event) {
+    for (Control::Native* control : std::vector(controls_)) control->ReleasePress();
+    QWidget* popup = QApplication::activePopupWidget();
+    if (popup != nullptr && popup->parentWidget() != nullptr && popup->parentWidget()->window() == this)
+        popup->close();
+    QWidget::hideEvent(event);
 }
 
 void FormWidget::closeEvent(QCloseEvent* event) {
@@ -135,6 +147,7 @@ Form::Form(std::string_view name, std::string_view caption, int width, int heigh
     native_->Widget->setObjectName(ToQString(name));
     native_->Widget->setWindowTitle(ToQString(caption));
     native_->Widget->setFixedSize(width, height);
+    native_->Height = static_cast<float>(height) * kTwipsPerPixel;
 }
 
 // The widget may be in the middle of an event of its own.
@@ -180,10 +193,11 @@ void Form::SetBackColor(Color color) {
 
 float Form::Left() const { return native_->Widget->Left(); }
 float Form::Top() const { return native_->Widget->Top(); }
-float Form::Height() const { return static_cast<float>(native_->Widget->height()) * kTwipsPerPixel; }
+float Form::Height() const { return native_->Height; }
 void Form::SetLeft(float twips) { native_->Widget->MoveTo(twips, Top()); }
 void Form::SetTop(float twips) { native_->Widget->MoveTo(Left(), twips); }
 void Form::SetHeight(float twips) {
+    native_->Height = twips;
     native_->Widget->setFixedSize(native_->Widget->width(), std::max(1, ToPixels(twips)));
 }
 

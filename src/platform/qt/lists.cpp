@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QListView>
 #include <QProxyStyle>
+#include <QWheelEvent>
 
 #include "platform/controls.h"
 #include "platform/qt/theme_style.h"
@@ -49,6 +50,14 @@ class ListWidget : public QComboBox {
         Report(*event);
         QComboBox::keyPressEvent(event);
     }
+    // A wheel that passes over the window must not change a list that the focus never was in.
+    void wheelEvent(QWheelEvent* event) override {
+        if (hasFocus()) {
+            QComboBox::wheelEvent(event);
+        } else {
+            event->ignore();
+        }
+    }
     bool eventFilter(QObject* watched, QEvent* event) override {
         // The toolkit acts on some keys before they are pressed, in the round that looks for shortcuts.
         if (event->type() == QEvent::ShortcutOverride) Report(*static_cast<QKeyEvent*>(event));
@@ -57,7 +66,10 @@ class ListWidget : public QComboBox {
 
  private:
     void Report(const QKeyEvent& event) {
-        if (OnKey && !event.text().isEmpty() && event.key() != Qt::Key_Delete) OnKey();
+        const bool character = !event.text().isEmpty() && event.key() != Qt::Key_Delete &&
+                               event.key() != Qt::Key_Tab && event.key() != Qt::Key_Backtab &&
+                               (event.modifiers() & Qt::AltModifier) == 0;
+        if (character && OnKey) OnKey();
     }
 
     bool watched_ = false;

@@ -20,15 +20,16 @@ using Path = std::filesystem::path;
 class Descriptor {
  public:
     explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() { Close(); }
+    ~Descriptor() {
+        if (number_ >= 0) ::close(number_);
+    }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
     operator int() const { return number_; }
-    bool Close() { return number_ < 0 || ::close(std::exchange(number_, -1)) == 0; }
 
  private:
-    int number_;
+    const int number_;
 };
 
 // Beyond a limit on file sizes a write sends a signal that would end the program; ignored, the write fails.
@@ -66,7 +67,7 @@ class NewFile {
     bool Write(std::string_view bytes) {
         while (!bytes.empty()) {
             const ssize_t count = TEMP_FAILURE_RETRY(::write(file_, bytes.data(), bytes.size()));
-            if (count < 0) return false;
+            if (count <= 0) return false;
             bytes.remove_prefix(static_cast<std::size_t>(count));
         }
         return true;

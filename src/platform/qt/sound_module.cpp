@@ -57,6 +57,8 @@ class Device {
         if (SDL_QueueAudio(id_, wave.Samples.get(), wave.Size) != 0) return Close();
         const double frame = SDL_AUDIO_BITSIZE(format_.format) / 8.0 * format_.channels;
         end_ = Clock::now() + Seconds(wave.Size / frame / format_.freq);
+        drained_ = false;
+        looks_ = 0;
     }
 
     bool IsOpen() const { return id_ != 0; }
@@ -64,10 +66,12 @@ class Device {
     Clock::time_point End() const { return end_; }
 
     // Closes the device once it has played all; on a slow one that takes longer than the sound should.
+    // A device that has stopped taking samples is given up.
     void CloseIfDone() {
+        constexpr int kMostLooks = 50;
         const auto buffer = Seconds(static_cast<double>(format_.samples) / format_.freq);
         const bool empty = SDL_GetQueuedAudioSize(id_) == 0;
-        if (drained_ && empty) return Close();
+        if ((drained_ && empty) || ++looks_ > kMostLooks) return Close();
         drained_ = empty;
         end_ = Clock::now() + 3 * buffer;
     }
@@ -76,6 +80,7 @@ class Device {
         if (id_ != 0) SDL_CloseAudioDevice(id_);
         id_ = 0;
         drained_ = false;
+        looks_ = 0;
         // The library's own watch for new devices would go on waking the process.
         SDL_Quit();
     }
@@ -106,6 +111,7 @@ class Device {
     SDL_AudioSpec format_{};
     Clock::time_point end_{};
     bool drained_ = false;
+    int looks_ = 0;  // since the sound should have been over
 };
 
 }  // namespace

@@ -3,8 +3,11 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMimeData>
 #include <QPlainTextEdit>
+#include <QSignalBlocker>
 #include <QTextDocument>
+#include <QTextDocumentFragment>
 #include <QValidator>
 #include <limits>
 
@@ -17,13 +20,18 @@ namespace {
 
 // Keeps what the user enters within a length. A text that the program made longer may be edited, but not
 // grow.
-class LengthLimit : public QValidator {
+class LineLimit : public QValidator {
  public:
-    LengthLimit(QLineEdit& box, int length) : QValidator(&box), length_(length) {
+    LineLimit(QLineEdit& box, int length) : QValidator(&box), length_(length) {
         connect(&box, &QLineEdit::textChanged, this, [this](const QString& text) { current_ = text.size(); });
     }
 
     State validate(QString& input, int& position) const override {
+        for (QChar& c : input) {
+            if (c == '\n' || c == '\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+                c = ' ';
+        }
+        if (length_ == 0) return Acceptable;
         const qsizetype excess = input.size() - std::max(length_, current_);
         if (excess <= 0 || Suspended) return Acceptable;
         if (position < excess) return Invalid;
@@ -50,14 +58,14 @@ class LineBox : public QLineEdit {
         if (style.Align != Alignment::Left)
             setAlignment(style.Align == Alignment::Centre ? Qt::AlignCenter
                                                           : Qt::AlignRight | Qt::AlignVCenter);
-        if (style.MaxLength > 0) setValidator(limit_ = new LengthLimit(*this, style.MaxLength));
+        setValidator(limit_ = new LineLimit(*this, style.MaxLength));
     }
 
     void SetText(const QString& text) {
-        if (limit_ != nullptr) limit_->Suspended = true;
+        limit_->Suspended = true;
         setText(text);
         setCursorPosition(0);
-        if (limit_ != nullptr) limit_->Suspended = false;
+        limit_->Suspended = false;
     }
 
     bool DigitsOnly = false;
@@ -81,11 +89,15 @@ class LineBox : public QLineEdit {
                std::ranges::any_of(typed, [](QChar c) { return c.isPrint() && (c < '0' || c > '9'); });
     }
 
-    LengthLimit* limit_ = nullptr;
+    LineLimit* limit_ = nullptr;
 };
 
+// A text of several lines keeps LF inside and gives CR LF away.
 class TextArea : public QPlainTextEdit {
  public:
+    // The toolkit's own way to the text would lose blanks that must not break.
+    QString Text() const { return document()->toRawText().replace(QChar::ParagraphSeparator, '\n'); }
+
     TextArea(QWidget* parent, const TextBox::Style& style) : QPlainTextEdit(parent) {
         if (!style.Framed) setFrameShape(QFrame::NoFrame);
         setReadOnly(style.ReadOnly);
@@ -95,11 +107,14 @@ class TextArea : public QPlainTextEdit {
         setVerticalScrollBarPolicy(style.ScrollBar ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
         setCursorWidth(1);
         document()->setDocumentMargin(0);
-        // Every line of a fixed font counts in the height of the boxes.
-        setViewportMargins(0, 0, 0, 0);
     }
 
  protected:
+    QMimeData* createMimeDataFromSelection() const override {
+        auto* data = new QMimeData;
+        data->setText(textCursor().selection().toPlainText().replace('\n', "\r\n"));
+        return data;
+    }
     void contextMenuEvent(QContextMenuEvent* event) override {
         ShowThemedMenu(createStandardContextMenu(), *this, event->globalPos());
     }
@@ -130,19 +145,26 @@ TextBox::TextBox(Form& form, std::string_view name, const Rect& place, const Sty
 }
 
 std::string TextBox::Text() const {
-    if (const auto* area = qobject_cast<QPlainTextEdit*>(Toolkit().Widget))
-        return FromQString(area->toPlainText());
+    if (qobject_cast<QPlainTextEdit*>(Toolkit().Widget) != nullptr)
+        return FromQString(static_cast<TextArea*>(Toolkit().Widget)->Text());
     return FromQString(static_cast<QLineEdit*>(Toolkit().Widget)->text());
 }
 
+// What is set cannot be undone, and a text that is there already is no change.
 void TextBox::SetText(std::string_view text) {
     const QString wanted = ToQString(text);
-    if (auto* area = qobject_cast<QPlainTextEdit*>(Toolkit().Widget)) {
-        if (area->toPlainText() != wanted) area->setPlainText(wanted);
+    if (qobject_cast<QPlainTextEdit*>(Toolkit().Widget) != nullptr) {
+        auto& area = static_cast<TextArea&>(*Toolkit().Widget);
+        if (area.Text() != wanted) {
+            area.setPlainText(wanted);
+        } else {
+            area.document()->clearUndoRedoStacks();
+        }
         return;
     }
     auto& box = static_cast<LineBox&>(*Toolkit().Widget);
-    if (box.text() != wanted) box.SetText(wanted);
+    const QSignalBlocker silence(box.text() == wanted ? &box : nullptr);
+    box.SetText(wanted);
 }
 
 void TextBox::SetDigitsOnly() {

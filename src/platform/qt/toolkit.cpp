@@ -7,6 +7,7 @@
 #include <QPixmap>
 #include <QShortcut>
 #include <cmath>
+#include <utility>
 
 #include "platform/qt/theme_style.h"
 
@@ -102,18 +103,21 @@ bool Control::Native::HandlePointer(QEvent* event) {
         return pointer_ == Pointer::Plain;
     }
     if (pointer_ == Pointer::Toolkit) return false;
+    // A second button during a press has no part in it.
     if (event->type() != QEvent::MouseButtonRelease) {
-        // A second button during a press belongs to the same press.
-        if (pressed_ == Qt::NoButton) pressed_ = mouse->button();
+        if (pressed_ != Qt::NoButton) return true;
+        pressed_ = mouse->button();
         call(Owner->MouseDown);
-        return true;
-    }
-    call(Owner->MouseUp);
-    if (mouse->button() == pressed_) {
+    } else if (mouse->button() == pressed_) {
         pressed_ = Qt::NoButton;
-        if (Owner->Click && Widget->rect().contains(at.toPoint())) Owner->Click();
+        call(Owner->MouseUp);
+        if (Owner->Click && QRectF(Widget->rect()).contains(at)) Owner->Click();
     }
     return true;
+}
+
+void Control::Native::ReleasePress() {
+    if (std::exchange(pressed_, Qt::NoButton) != Qt::NoButton && Owner->MouseUp) Owner->MouseUp(0, 0);
 }
 
 void Control::Native::SetAccessKey(const ParsedCaption& caption, std::function<void()> activated) {

@@ -9,6 +9,7 @@
 #include <QPoint>
 #include <QString>
 #include <QWidget>
+#include <chrono>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -52,6 +53,8 @@ struct Control::Native : QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
     void WatchViewport(QWidget* viewport);
     void SetAccessKey(const ParsedCaption& caption, std::function<void()> activated);
+    // Ends a press without a click.
+    void ReleasePress();
     // What assistive technology does in place of a click.
     void PressFromOutside();
 
@@ -69,6 +72,7 @@ struct Control::Native : QObject {
 
 struct Form::Native {
     FormWidget* Widget = nullptr;
+    float Height = 0;  // in twips, as it was written
 };
 
 class FormWidget : public QWidget {
@@ -97,6 +101,7 @@ class FormWidget : public QWidget {
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
  private:
@@ -108,7 +113,12 @@ class FormWidget : public QWidget {
     QString nextName_;
     float left_ = 0;
     float top_ = 0;
-    std::deque<QPoint> requested_;  // positions that the desktop has not confirmed yet, oldest first
+    struct Request {
+        QPoint Position;
+        std::chrono::steady_clock::time_point At;
+    };
+    std::deque<Request> requested_;  // positions that the desktop may still report, oldest first
+    bool placing_ = false;
     bool shownBefore_ = false;
 };
 

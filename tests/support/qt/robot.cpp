@@ -19,6 +19,7 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTimer>
+#include <QWheelEvent>
 #include <QWindow>
 #include <stdexcept>
 
@@ -114,6 +115,15 @@ void Click(std::string_view form, std::string_view control, Button button) {
 void DoubleClick(std::string_view form, std::string_view control) {
     const Point middle = Middle(form, control);
     QTest::mouseDClick(WindowOf(form), Qt::LeftButton, {}, ToQt(middle));
+}
+
+void Wheel(std::string_view form, std::string_view control, int steps) {
+    QWindow* window = WindowOf(form);
+    const Point middle = Middle(form, control);
+    const QPointF at(middle.X, middle.Y);
+    QWheelEvent wheel(at, window->mapToGlobal(at), {}, {0, 120 * steps}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(window, &wheel);
 }
 
 void Key(std::string_view form, std::string_view key) { SendKey(WindowOf(form), key); }
