@@ -2,7 +2,7 @@
 """How long the program takes from a click to what the click is for, seen from outside, on the display at hand.
 
 usage: windows.py PROGRAM [ROUNDS]
-Prints for each tool the time from the click on its button to its window on the screen (first opening), and for the
+Prints the memory with all tools open, for each tool the time from the click on its button to its window on the screen (first opening), and for the
 dice roller the time from the press of "Roll Dice !" to the first change of its picture. Needs a display without
 other windows (Xvfb serves) and Debian's python3-xlib.
 """
@@ -81,11 +81,26 @@ def press_to_text(command):
     return statistics.median(times)
 
 
+def memory(command):
+    """Memory of the program with all tools open, in MiB."""
+    program = Program(command)
+    for y in BUTTONS.values():
+        program.click(program.launcher, 100, y)
+        time.sleep(0.5)
+        program.launcher.configure(stack_mode=X.Above)
+    time.sleep(0.6)
+    with open(f"/proc/{program.process.pid}/smaps_rollup") as rollup:
+        sizes = dict(line.split(":") for line in list(rollup)[1:])
+    program.close()
+    return [int(sizes[key].split()[0]) / 1024 for key in ("Rss", "Pss")]
+
+
 def main():
     command, rounds = sys.argv[1:2], int(sys.argv[2]) if len(sys.argv) > 2 else 5
     for name, y in BUTTONS.items():
         times = [first_opening(command, y) for _ in range(rounds)]
         print(f"first opening  {name:24s} ms min {min(times):6.1f} median {statistics.median(times):6.1f}   budget 50")
+    print("all tools open  rss MiB {:6.1f}   pss MiB {:6.1f}".format(*memory(command)))
     print(f"press to text  {'Roll Dice !':24s} ms median {press_to_text(command):6.1f}   budget 5")
 
 

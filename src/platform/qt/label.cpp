@@ -1,6 +1,7 @@
 #include "platform/qt/label.h"
 
 #include <QAccessible>
+#include <QEvent>
 #include <QPainter>
 #include <QTextLayout>
 #include <cmath>
@@ -69,6 +70,7 @@ void LabelWidget::SetCaption(const QString& caption) {
     if (caption == caption_) return;
     caption_ = caption;
     parsed_ = ParseCaption(caption);
+    fitted_.reset();
     update();
     if (QAccessible::isActive()) {
         QAccessibleEvent changed(this, QAccessible::NameChanged);
@@ -82,6 +84,11 @@ void LabelWidget::SetBordered(bool bordered) {
     update();
 }
 
+void LabelWidget::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::FontChange) fitted_.reset();
+    QWidget::changeEvent(event);
+}
+
 void LabelWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (!style_.Transparent) painter.fillRect(rect(), palette().window());
@@ -92,7 +99,8 @@ void LabelWidget::paintEvent(QPaintEvent*) {
     }
     const int margin = style_.Transparent ? 0 : 2;
     const QRect room = rect().adjusted(margin, 0, -margin, 0);
-    QTextLayout layout(parsed_.Text, Fit(font(), parsed_, room.size(), style_));
+    if (!fitted_) fitted_ = Fit(font(), parsed_, room.size(), style_);
+    QTextLayout layout(parsed_.Text, *fitted_);
     const QSizeF size = LayOut(layout, parsed_, room.width(), style_);
     const qreal top = style_.Wrapped ? 0 : std::floor((room.height() - size.height()) / 2);
     painter.setPen(palette().color(QPalette::WindowText));

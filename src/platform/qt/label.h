@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QFont>
 #include <QWidget>
+#include <optional>
 
 #include "platform/controls.h"
 #include "platform/qt/toolkit.h"
@@ -20,6 +22,7 @@ class LabelWidget : public QWidget {
     void SetBordered(bool bordered);
 
  protected:
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
  private:
@@ -27,6 +30,7 @@ class LabelWidget : public QWidget {
     QString caption_;
     ParsedCaption parsed_;
     bool bordered_ = false;
+    std::optional<QFont> fitted_;  // worked out at the first drawing of a caption
 };
 
 }  // namespace platform
