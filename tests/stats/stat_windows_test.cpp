@@ -60,8 +60,13 @@ class StatWindows : public testing::Test {
 };
 
 TEST_F(StatWindows, TheGeneratorFirstHidesAFilledCounter) {
+    // The counter's load brings the generator to the screen before the first count is heard.
+    Names heard;
+    platform::SetSoundPlayer([&](std::string_view name) {
+        heard.push_back(std::string(name) + (robot::Shown(kGenerator) ? ", generator shown" : ""));
+    });
     Open<frmStatsGenerator>();
-    EXPECT_EQ(listener.Heard(), (Names{"click.wav", "theme2.wav", "chant.wav"}));
+    EXPECT_EQ(heard, (Names{"click.wav", "theme2.wav", "chant.wav, generator shown"}));
     EXPECT_EQ(robot::ShownWindows(), Names{std::string(kGenerator)});
     EXPECT_TRUE(platform::IsLoaded<frmStatsCounter>());
     ExpectGridShowsModel();
@@ -69,7 +74,7 @@ TEST_F(StatWindows, TheGeneratorFirstHidesAFilledCounter) {
                     .starts_with("Male Human Warrior\r\nStats        Min  Max  Bon\r\n"));
     EXPECT_TRUE(robot::Whole(kGenerator, "txtTextOut"));
     Open<frmStatsCounter>();
-    EXPECT_EQ(listener.Heard(), Names{"click.wav"});
+    EXPECT_EQ(heard.size(), 4U);
     EXPECT_TRUE(robot::Whole(kCounter, "txtTextOut"));
     for (const std::string_view form : {kGenerator, kCounter})
         EXPECT_EQ(robot::Text(form, "Status"), "Welcome, Adventurer.");
