@@ -28,20 +28,14 @@ TEST_F(ModIniTest, AFirstSaveMakesTheFileInTheOrderOfTheCalls) {
     IniWrite("Q", "none", {}, kName);
     IniWrite("head", "ITEMS", "3", "C:/a.ini");
     EXPECT_EQ(BytesOf(File), "[HEAD]\r\nitems=3\r\n[Q]\r\ntext=a\r\nb=c\r\nvalue=\r\n");
-    EXPECT_EQ(IniRead("q", "TEXT", "a.ini"), "a");
     EXPECT_EQ(IniRead("q", "b", "\\a.ini"), "c");
-    IniWrite("Q", "text", {}, kName);
-    EXPECT_EQ(IniRead("Q", "text", kName), "");
-    for (const char* name : {"d:\\x\\y.ini", "z\\y.ini"}) IniWrite("s", "k", name, name);
-    EXPECT_EQ(BytesOf(User / "d/x/y.ini"), "[s]\r\nk=d:\\x\\y.ini\r\n");
-    EXPECT_EQ(IniRead("s", "k", "z/y.ini"), "z\\y.ini");
+    IniWrite("s", "k", "there", "d:\\x\\y.ini");
+    EXPECT_EQ(BytesOf(User / "d/x/y.ini"), "[s]\r\nk=there\r\n");
 }
 
 TEST_F(ModIniTest, AWriteThatCannotBeDoneIsSilent) {
     Put(User / "folder" / "x", "");
-    const std::string outside = (Folder / "missing" / "a.ini").string();
-    for (const std::string& name :
-         {outside, std::string("~/missing/a.ini"), std::string("folder"), std::string()}) {
+    for (const char* name : {"~/missing/a.ini", "folder", ""}) {
         EXPECT_EQ(IniWrite("s", "k", "1", name), kTrue);
         EXPECT_EQ(IniRead("s", "k", name), "");
     }
@@ -69,33 +63,21 @@ TEST_F(ModIniTest, TheShippedFileStandsInUntilTheFirstWrite) {
     IniWrite("s", "k", "5", kName);
     EXPECT_EQ(BytesOf(File), "; by us\r\n[s]\r\nk=5\r\nj=2\r\n");
     EXPECT_EQ(BytesOf(Shipped / "a.ini"), shipped);
-    Put(File, "");
-    EXPECT_EQ(IniRead("s", "k", kName), "") << "an empty file is a file";
 }
 
 TEST_F(ModIniTest, AReadPassSeesOneStateAndTheProgramsOwnWrites) {
     Put(File, "[s]\nk=1\nj=1\n");
     {
         const IniReadPass pass(kName);
-        const IniReadPass other("c:\\b.ini");
         Put(File, "[s]\nk=2\nj=2\n");
         EXPECT_EQ(IniRead("s", "k", kName), "1");
         EXPECT_EQ(IniRead("s", "j", "a.ini"), "1") << "the same file by another name";
-        Put(User / "b.ini", "[s]\nk=7\n");
-        EXPECT_EQ(IniRead("s", "k", "c:\\b.ini"), "");
         IniWrite("s", "k", "3", "a.ini");
         EXPECT_EQ(BytesOf(File), "[s]\nk=3\nj=2\n");
-        EXPECT_EQ(IniRead("s", "k", kName), "3");
-        {
-            IniWritePass write("a.ini");
-            IniWrite("s", "k", "4", kName);
-            EXPECT_EQ(IniRead("s", "k", kName), "4");
-        }
         EXPECT_EQ(IniRead("s", "k", kName), "3");
     }
     Put(File, "[s]\nk=8\n");
     EXPECT_EQ(IniRead("s", "k", kName), "8") << "nothing is kept between passes";
-    EXPECT_EQ(IniRead("s", "k", "b.ini"), "7");
 }
 
 TEST_F(ModIniTest, AWritePassIsAllOrNothing) {
@@ -112,8 +94,6 @@ TEST_F(ModIniTest, AWritePassIsAllOrNothing) {
         IniWrite("s", "k", "2", kName);
         IniWrite("t", "k", "3", kName);
         IniWrite("s", "k", "9", "c:\\b.ini");
-        const IniReadPass adds("a.ini");
-        EXPECT_EQ(IniRead("t", "k", "a.ini"), "3");
         {
             IniWritePass inner(kName);
             IniWrite("s", "k", "4", kName);
@@ -128,37 +108,15 @@ TEST_F(ModIniTest, AWritePassIsAllOrNothing) {
         EXPECT_EQ(BytesOf(File), before);
         pass.Commit();
         EXPECT_EQ(BytesOf(File), "[s]\nk=4\n[t]\nk=3\n");
-        EXPECT_FALSE(std::filesystem::exists(User / "b.ini"));
         IniWrite("s", "k", "6", kName);
-        pass.Commit();
     }
     EXPECT_EQ(IniRead("s", "k", kName), "6") << "a write behind Commit goes by itself";
-    EXPECT_FALSE(std::filesystem::exists(User / "b.ini"));
-    {
-        IniWritePass outer(kName);
-        IniWritePass inner(kName);
-        IniWrite("s", "k", "7", kName);
-        inner.Commit();
-        outer.Commit();
-    }
-    EXPECT_EQ(IniRead("s", "k", kName), "7");
     {
         IniWritePass idle("c:\\c.ini");
         IniRead("s", "k", "c:\\c.ini");
         idle.Commit();
     }
     EXPECT_EQ(CountIn(User), 1);
-}
-
-TEST_F(ModIniTest, WhatAUserTypesComesBackInEveryScript) {
-    Put(File, "; caf\xE9\r\n[s]\r\nold=\xFC\r\n");
-    IniWritePass pass(kName);
-    const std::string_view texts[] = {"plain", "Größe – “é”", "Вопрос", "ερώτηση", "שאלה", "質問", "🎲"};
-    for (const std::string_view text : texts) IniWrite("s", text, text, kName);
-    pass.Commit();
-    for (const std::string_view text : texts) EXPECT_EQ(IniRead("s", text, kName), text);
-    EXPECT_EQ(IniRead("s", "old", kName), "ü");
-    EXPECT_TRUE(BytesOf(File).starts_with("; café\r\n"));
 }
 
 }  // namespace

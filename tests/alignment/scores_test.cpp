@@ -17,48 +17,33 @@ std::ostream& operator<<(std::ostream& out, const AlignmentScores& scores) {
 
 namespace {
 
-AlignmentScores After(const std::vector<std::string_view>& codes) {
-    AlignmentScores scores;
-    for (const std::string_view code : codes) EXPECT_TRUE(ApplyAnswer(code, scores)) << code;
-    return scores;
-}
-
 TEST(Scores, EachCodeMovesItsOwnScores) {
-    EXPECT_EQ(After({"G", "E", "E", "L", "L", "L", "C", "C", "C", "C"}), (AlignmentScores{1, 2, 3, 4}));
-    EXPECT_EQ(After({"LG", "LE", "LE", "CG", "CG", "CG", "CE", "CE", "CE", "CE"}),
-              (AlignmentScores{4, 6, 3, 7}));
-    EXPECT_EQ(After({"NUL", "R"}), AlignmentScores{});
-}
-
-TEST(Scores, NeutralCodesTakeFromTheGreaterOrFromTheSecond) {
-    EXPECT_EQ(After({"G", "G", "E", "GEN"}), (AlignmentScores{1, 1, 0, 0}));
-    EXPECT_EQ(After({"G", "E", "GEN"}), (AlignmentScores{1, 0, 0, 0}));
-    EXPECT_EQ(After({"E", "LG", "C", "C", "LCN"}), (AlignmentScores{1, 1, 1, 1}));
-    EXPECT_EQ(After({"GEN"}), (AlignmentScores{0, -1, 0, 0}));
-    EXPECT_EQ(After({"GEN", "GEN", "LCN", "LCN"}), (AlignmentScores{-1, -1, -1, -1}));
-}
-
-TEST(Scores, UnknownCodesChangeNothing) {
-    const AlignmentScores before = {3, 1, 4, 1};
-    for (const std::string_view code : {"", "N", "g", "GOOD", "NG", "NN", "G ", "    Illegal value!", "GL"}) {
-        AlignmentScores scores = before;
+    const struct {
+        std::vector<std::string_view> Codes;
+        AlignmentScores Scores;
+    } cases[] = {
+        {{"G", "E", "E", "L", "L", "L", "C", "C", "C", "C"}, {1, 2, 3, 4}},
+        {{"LG", "LE", "LE", "CG", "CG", "CG", "CE", "CE", "CE", "CE"}, {4, 6, 3, 7}},
+        {{"NUL", "R"}, {}},
+        // The middle takes from the greater of two scores, or from the second.
+        {{"G", "G", "E", "GEN"}, {1, 1, 0, 0}},
+        {{"G", "E", "GEN"}, {1, 0, 0, 0}},
+        {{"E", "LG", "C", "C", "LCN"}, {1, 1, 1, 1}},
+        {{"GEN", "GEN", "LCN", "LCN"}, {-1, -1, -1, -1}},
+    };
+    for (const auto& [codes, wanted] : cases) {
+        AlignmentScores scores;
+        for (const std::string_view code : codes) EXPECT_TRUE(ApplyAnswer(code, scores)) << code;
+        EXPECT_EQ(scores, wanted);
+    }
+    AlignmentScores scores;
+    for (const std::string_view code : {"", "N", "g", "GOOD", "NG", "G ", "    Illegal value!", "GL"}) {
         EXPECT_FALSE(ApplyAnswer(code, scores)) << code;
-        EXPECT_EQ(scores, before) << code;
+        EXPECT_EQ(scores, AlignmentScores{}) << code;
     }
 }
 
-TEST(Scores, EntriesOfTheEditorBeginWithTheirCode) {
-    for (std::size_t i = 0; i < kAnswerCodes.size(); ++i) {
-        std::string_view code = kAnswerCodes[i].Entry.substr(0, 3);
-        code = code.substr(0, code.find(' '));
-        EXPECT_EQ(code, kAnswerCodes[i].Code);
-        EXPECT_EQ(AnswerCodePosition(code), i);
-        EXPECT_EQ(kAnswerCodes[i].Entry[3], ' ');
-    }
-    EXPECT_EQ(AnswerCodePosition("gen"), 0U);
-}
-
-TEST(AlignmentName, ThirdsDecideOnEachAxis) {
+TEST(Scores, ThirdsOnEachAxisDecideOnTheName) {
     const struct {
         AlignmentScores Scores;
         std::string_view Name;
@@ -70,27 +55,18 @@ TEST(AlignmentName, ThirdsDecideOnEachAxis) {
         {{34, 66, 33, 67}, "Chaotic"},   // and of one third
         {{2, 1, 1, 1}, "Good"},
         {{1, 2, 1, 1}, "Evil"},
+        {{0, 1, 1, 0}, "Lawfull Evil"},
         {{133, 67, 335, 165}, "Lawfull"},      // 66.5 goes to the even 66, 67 is Law
         {{67, 133, 67, 133}, "True Neutral"},  // 33.5 goes to the even 34, above one third
+        {{}, "Chaotic Evil"},                  // without points there is no share
+        {{1, 0, 0, 0}, "Chaotic Good"},
+        {{0, -1, 0, 0}, "Chaotic Evil"},     // 0 of -1
+        {{-1, -1, -1, -1}, "True Neutral"},  // -1 of -2
+        {{2, -1, 1, -2}, "Chaotic Good"},    // 2 of 1, 1 of -1
+        {{1, -1, -1, 1}, "Chaotic Good"},    // sums of 0: 1 of 1, -1 of 1
+        {{-2, 0, 0, -2}, "Chaotic Good"},    // -2 of -2, 0 of -2
     };
     for (const auto& [scores, name] : cases) EXPECT_EQ(AlignmentName(scores), name) << scores;
-}
-
-TEST(AlignmentName, AnAxisWithoutPointsCountsAsNoShare) {
-    EXPECT_EQ(AlignmentName({}), "Chaotic Evil");
-    EXPECT_EQ(AlignmentName(After({"L"})), "Lawfull Evil");
-    EXPECT_EQ(AlignmentName(After({"G"})), "Chaotic Good");
-    EXPECT_EQ(AlignmentName(After({"NUL", "R"})), "Chaotic Evil");
-    EXPECT_EQ(AlignmentName(After({"G", "E", "L", "C"})), "True Neutral");
-    EXPECT_EQ(AlignmentName(After({"LG", "CE"})), "True Neutral");
-}
-
-TEST(AlignmentName, NegativeScoresAreTakenAsTheyStand) {
-    EXPECT_EQ(AlignmentName(After({"GEN"})), "Chaotic Evil");    // 0 of -1
-    EXPECT_EQ(AlignmentName({-1, -1, -1, -1}), "True Neutral");  // -1 of -2
-    EXPECT_EQ(AlignmentName({2, -1, 1, -2}), "Chaotic Good");    // 2 of 1, 1 of -1
-    EXPECT_EQ(AlignmentName({1, -1, -1, 1}), "Chaotic Good");    // sums of 0: 1 of 1, -1 of 1
-    EXPECT_EQ(AlignmentName({-2, 0, 0, -2}), "Chaotic Good");    // -2 of -2, 0 of -2
 }
 
 }  // namespace

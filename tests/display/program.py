@@ -15,6 +15,7 @@ from desktop import PATIENCE, Failure, expect, start, wait_for, xdotool
 
 
 FRAME = 50  # pixels that a window manager may put round a window
+FEWEST_COLOURS = 100  # in the picture of a window that is painted
 
 
 class Control:
@@ -107,16 +108,19 @@ class Window(Control):
                  lambda: all(0 <= at - wanted < FRAME for at, wanted in zip(self.place[:2], (left, top))))
 
     def photograph(self, file):
-        """Leaves a picture of the window, taken once it does not change any more."""
+        """Leaves a picture of the window, taken once it is painted and does not change any more."""
         self.activate()
 
         def settled():
-            pictures = [subprocess.run(["import", "-silent", "-window", str(self.number), "png:-"],
-                                       stdout=subprocess.PIPE, timeout=PATIENCE, check=True).stdout
-                        for _ in range(2)]
-            return pictures[0] == pictures[1] and pictures[0]
+            first, second = (output("import", "-silent", "-window", str(self.number), "png:-") for _ in range(2))
+            painted = int(output("identify", "-format", "%k", "png:-", given=first)) >= FEWEST_COLOURS
+            return painted and first == second and first
 
         pathlib.Path(file).write_bytes(wait_for(f"a picture of {self.name}", settled))
+
+
+def output(*words, given=None):
+    return subprocess.run(words, input=given, stdout=subprocess.PIPE, timeout=PATIENCE, check=True).stdout
 
 
 class Program:

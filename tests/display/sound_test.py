@@ -9,13 +9,14 @@ import os
 import pathlib
 import shutil
 import socket
-import sys
+import time
 import wave
 
 from desktop import Failure, desktop, expect, main, wait_for
 from program import Program
 
 LAUNCHER = "Orvane Stats Generator", "Exit"
+SPEED = 2 * 22050  # bytes of sound in a second
 DICE = "Orvane Stats Generator", "Roll Dice !"
 
 
@@ -79,8 +80,11 @@ def check_sounds(path, sounds, home):
         if speaker.passage(name, len(speaker.files[name]) // 2) in speaker.heard:
             raise Failure(f"{name} went on and was not replaced")
 
+    started = time.monotonic()
     last = speaker.files["quit"][-200:]
     wait_for("the end of the sound quit", lambda: last in speaker.listen())
+    if time.monotonic() - started < len(speaker.files["quit"]) / SPEED * 0.8:
+        raise Failure("quit was played too fast")
     expect("the sound device after the last sound", lambda: speaker.name in program.open_files(), False)
     leave(program, launcher)
 

@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <limits>
-#include <vector>
 
 #include "platform/random.h"
 #include "support/sounds.h"
@@ -17,40 +16,22 @@ constexpr std::int32_t kLow = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHigh = std::numeric_limits<std::int32_t>::max();
 constexpr float kLargestDraw = 1.0F - 1.0F / 16777216.0F;
 
-std::vector<std::int32_t> TenDraws() {
-    std::vector<std::int32_t> draws;
-    for (int i = 0; i < 10; ++i) draws.push_back(RandomRange(0, 1000000));
-    return draws;
-}
-
-TEST(RandomSource, StaysInRangeAndFillsItEvenly) {
+TEST(RandomSource, StartsAlikeInEachRunAndFillsItsRangeEvenly) {
     platform::SetRandomSource({});
+    const float first = platform::NextRandom();
+    platform::ReseedRandomFromClock();
+    EXPECT_NE(platform::NextRandom(), first);
+    platform::SetRandomSource({});
+    EXPECT_EQ(platform::NextRandom(), first);
     int lowerHalf = 0;
-    float highest = 0;
     for (int i = 0; i < 200000; ++i) {
         const float r = platform::NextRandom();
-        ASSERT_GE(r, 0.0F);
-        ASSERT_LT(r, 1.0F);
+        ASSERT_TRUE(r >= 0.0F && r < 1.0F) << r;
         // 24 bits: a value times 2^24 is a whole number.
         ASSERT_EQ(r * 16777216.0F, std::floor(r * 16777216.0F));
         lowerHalf += r < 0.5F ? 1 : 0;
-        highest = std::max(highest, r);
     }
     EXPECT_NEAR(lowerHalf, 100000, 1500);
-    EXPECT_GT(highest, 0.9999F);
-}
-
-TEST(RandomSource, StartsAlikeInEachRunUntilItIsReseeded) {
-    platform::SetRandomSource({});
-    const auto first = TenDraws();
-    platform::SetRandomSource({});
-    EXPECT_EQ(TenDraws(), first);
-    platform::SetRandomSource({});
-    platform::ReseedRandomFromClock();
-    const auto reseeded = TenDraws();
-    EXPECT_NE(reseeded, first);
-    platform::ReseedRandomFromClock();
-    EXPECT_NE(TenDraws(), reseeded);
 }
 
 TEST(RandomRange, TakesOneDrawAndReachesBothBounds) {
@@ -63,13 +44,6 @@ TEST(RandomRange, TakesOneDrawAndReachesBothBounds) {
     EXPECT_EQ(RandomRange(kLow, kHigh), kLow);
     EXPECT_GT(RandomRange(kLow, kHigh), kHigh - 300);
     EXPECT_EQ(draws.Count(), 7);
-}
-
-TEST(FormatBonus, ShowsTheSignAndNothingForZero) {
-    EXPECT_EQ(FormatBonus(7), "+7");
-    EXPECT_EQ(FormatBonus(0), "");
-    EXPECT_EQ(FormatBonus(-7), "-7");
-    EXPECT_EQ(FormatBonus(kLow), "-2147483648");
 }
 
 TEST(PlayWave, PassesOnlyTheExactTrue) {
@@ -86,84 +60,55 @@ TEST(PlayWave, PassesOnlyTheExactTrue) {
 
 TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
     const std::pair<std::string, double> cases[] = {
-        {"12", 12},    {"  \t 12", 12}, {"12abc", 12},   {"-5", -5},
-        {"+5", 5},     {"2.9", 2.9},    {".5", 0.5},     {"-.5e1x", -5},
-        {"1e3", 1000}, {"1E+3", 1000},  {"1e", 1},       {"1e+", 1},
-        {"1.", 1},     {"1.2.3", 1.2},  {"007", 7},      {"0x10", 0},
-        {"", 0},       {"abc", 0},      {"-", 0},        {"+", 0},
-        {".", 0},      {"-.", 0},       {"--5", 0},      {"e5", 0},
-        {"inf", 0},    {"nan", 0},      {"1,5", 1},      {"1 000", 1},
-        {"1e-999", 0}, {"0e999", 0},    {"0.0001e4", 1}, {"1e-4294967297", 0},
+        {"12", 12},     {"  \t 12", 12}, {"12abc", 12}, {"+5", 5},      {".5", 0.5},     {"-.5e1x", -5},
+        {"1E+3", 1000}, {"1e", 1},       {"1e+", 1},    {"1.2.3", 1.2}, {"0x10", 0},     {"", 0},
+        {"abc", 0},     {"-", 0},        {"-.", 0},     {"--5", 0},     {"e5", 0},       {"inf", 0},
+        {"nan", 0},     {"1,5", 1},      {"1 000", 1},  {"0e999", 0},   {"0.0001e4", 1}, {"1e-4294967297", 0},
     };
     for (const auto& [text, number] : cases) EXPECT_DOUBLE_EQ(LeadingNumber(text), number) << text;
-    for (const char* text : {"1e999", "1e4294967297", "9999999999e300"})
-        EXPECT_EQ(LeadingNumber(text), std::numeric_limits<double>::max()) << text;
-    EXPECT_EQ(LeadingNumber("-1e999"), std::numeric_limits<double>::lowest());
-}
 
-TEST(LeadingNumber, TakesDigitsWithoutEnd) {
-    const std::string million(1000000, '9');
-    EXPECT_EQ(LeadingNumber(million), std::numeric_limits<double>::max());
-    EXPECT_EQ(LeadingNumber("0." + std::string(1000000, '0') + "1"), 0);
-    EXPECT_DOUBLE_EQ(LeadingNumber("0." + std::string(1000000, '0') + "1e1000001"), 1);
-    EXPECT_EQ(LeadingNumber("1e" + million), std::numeric_limits<double>::max());
-    EXPECT_EQ(LeadingNumber("1e-" + million), 0);
-    EXPECT_EQ(RoundToLong(LeadingNumber(million)), kHigh);
+    constexpr double kMost = std::numeric_limits<double>::max();
+    const std::string nines(1000000, '9');
+    const std::string zeros(1000000, '0');
+    for (const std::string& text : {std::string("1e4294967297"), nines, "1e" + nines}) {
+        EXPECT_EQ(LeadingNumber(text), kMost) << text.size();
+        EXPECT_EQ(LeadingNumber("-" + text), -kMost) << text.size();
+    }
+    EXPECT_EQ(LeadingNumber("1e-" + nines), 0);
+    EXPECT_DOUBLE_EQ(LeadingNumber("0." + zeros + "1e1000001"), 1);
 }
 
 TEST(IsNumberText, WantsTheWholeText) {
-    for (const char* text : {"1", " 12 ", "\t-3.5\n", "+5", ".5", "1.", "1e5", "1e999", "007"})
+    for (const char* text : {"1", " 12 ", "\t-3.5\n", "+5", ".5", "1.", "1e5", "1e999"})
         EXPECT_TRUE(IsNumberText(text)) << text;
-    for (const char* text : {"", " ", "-", ".", "1e", "1e+", "12abc", "1 2", "1,5", "$5", "inf", "0x10"})
+    for (const char* text : {"", " ", "-", ".", "1e", "1e+", "12abc", "1 2", "1,5", "inf", "0x10"})
         EXPECT_FALSE(IsNumberText(text)) << text;
 }
 
 TEST(Rounding, TakesAHalfToTheEvenNeighbourAndStaysWithin32Bits) {
-    const std::pair<double, std::int32_t> cases[] = {{2.5, 2},
-                                                     {3.5, 4},
-                                                     {-2.5, -2},
-                                                     {-3.5, -4},
-                                                     {0.5, 0},
-                                                     {-0.5, 0},
-                                                     {1.5, 2},
-                                                     {2.4999, 2},
-                                                     {2.5001, 3},
-                                                     {-7, -7},
-                                                     {2147483646.5, 2147483646},
-                                                     {2147483647.5, kHigh},
-                                                     {1e300, kHigh},
-                                                     {-1e300, kLow},
-                                                     {-2147483648.5, kLow}};
-    for (const auto& [value, whole] : cases) EXPECT_EQ(RoundToLong(value), whole) << value;
-    EXPECT_EQ(FloorToLong(2.9), 2);
+    for (const auto& [value, whole] : {std::pair{2.5, 2}, {3.5, 4}, {-2.5, -2}, {-0.5, 0}, {2.5001, 3}})
+        EXPECT_EQ(RoundToLong(value), whole) << value;
+    EXPECT_EQ(RoundToLong(2147483647.5), kHigh);
+    EXPECT_EQ(RoundToLong(-1e300), kLow);
+    EXPECT_EQ(RoundToLong(std::numeric_limits<double>::quiet_NaN()), 0);
     EXPECT_EQ(FloorToLong(-2.1), -3);
     EXPECT_EQ(FloorToLong(1e300), kHigh);
-    EXPECT_EQ(FloorToLong(-std::numeric_limits<double>::infinity()), kLow);
-    EXPECT_EQ(RoundToLong(std::numeric_limits<double>::quiet_NaN()), 0);
     EXPECT_EQ(ClampToLong(std::int64_t{1} << 40), kHigh);
 }
 
 TEST(NumberText, IsPlainDecimalAtAnyMagnitude) {
     EXPECT_EQ(NumberText(std::int32_t{kLow}), "-2147483648");
-    const std::pair<double, const char*> cases[] = {{0, "0"},
-                                                    {-0.0, "0"},
-                                                    {7, "7"},
-                                                    {3.5, "3.5"},
+    const std::pair<double, const char*> cases[] = {{-0.0, "0"},
                                                     {-3.25, "-3.25"},
-                                                    {112.5, "112.5"},
-                                                    {1e15, "1000000000000000"},
                                                     {1e21, "1000000000000000000000"},
                                                     {1e-7, "0.0000001"},
                                                     {0.1 + 0.2, "0.3"},
-                                                    {44.00000000000001, "44"},
                                                     {123456789012345678.0, "123456789012346000"},
                                                     {999999999999999.9, "1000000000000000"},
                                                     {1.0 / 3, "0.333333333333333"}};
     for (const auto& [value, text] : cases) EXPECT_EQ(NumberText(value), text) << value;
-    EXPECT_EQ(NumberText(std::numeric_limits<double>::max()).size(), 309U);
     EXPECT_EQ(NumberText(std::numeric_limits<double>::infinity()).size(), 309U);
-    for (const double tiny : {5e-324, -5e-324})
-        EXPECT_EQ(NumberText(tiny).find_first_of("eE"), std::string::npos);
+    EXPECT_EQ(NumberText(-5e-324).find_first_of("eE"), std::string::npos);
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/profile_encoding.h"
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 // Ends the program with the name of what does not hold; the fuzzer then keeps the input.
@@ -25,6 +27,12 @@ inline bool HasLoneCr(std::string_view text) {
         if (text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n')) return true;
     }
     return false;
+}
+
+// The text of a file in either encoding.
+inline std::string UnmarkedUtf8(std::string_view bytes) {
+    if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+    return platform::ToUtf8(bytes);
 }
 
 struct FuzzedWrite {
@@ -44,10 +52,8 @@ struct FuzzedFile {
         std::string_view rest(reinterpret_cast<const char*>(data), size);
         const auto take = [&rest](std::size_t most) {
             if (rest.empty()) return std::string();
-            const std::size_t length = static_cast<unsigned char>(rest.front()) % most;
-            rest.remove_prefix(1);
-            const std::string taken(rest.substr(0, length));
-            rest.remove_prefix(taken.size());
+            const std::string taken(rest.substr(1, static_cast<unsigned char>(rest.front()) % most));
+            rest.remove_prefix(1 + taken.size());
             return taken;
         };
         for (std::size_t count = 1 + take(4).size(); count > 0; --count) {

@@ -8,32 +8,27 @@
 #include "alignment/modIni.h"
 #include "fuzz/fuzz_input.h"
 #include "platform/places.h"
-#include "platform/profile_encoding.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
 struct TestFolder {
-    fs::path Path;
+    fs::path Path = "/dev/shm";
 
     TestFolder() {
-        const bool inMemory = fs::is_directory("/dev/shm");
-        std::string name =
-            (inMemory ? fs::path("/dev/shm") : fs::temp_directory_path()) / "profile-fuzz-XXXXXX";
+        std::string name = Path / "profile-fuzz-XXXXXX";
         Require(mkdtemp(name.data()) != nullptr, "a folder to test in");
         Path = name;
         platform::SetPlaces({Path, {}, {}});
     }
     ~TestFolder() { fs::remove_all(Path); }
-};
 
-std::string TextOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    if (bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
-    return platform::ToUtf8(bytes);
-}
+    std::string TextOf(const char* file) const {
+        std::ifstream stream(Path / file, std::ios::binary);
+        return UnmarkedUtf8(std::string(std::istreambuf_iterator<char>(stream), {}));
+    }
+};
 
 void RequireInside(const std::string& name) {
     if (name.starts_with('/') || name.starts_with("~/")) return;
@@ -61,8 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         pass.Commit();
     }
-    const fs::path single = folder.Path / "single.ini";
-    Require(input.HasLoneCr() || TextOf(single) == TextOf(folder.Path / "pass.ini"),
+    Require(input.HasLoneCr() || folder.TextOf("single.ini") == folder.TextOf("pass.ini"),
             "a pass writes what calls write");
     Require(std::distance(fs::directory_iterator(folder.Path), {}) == 2, "no other file appears");
     return 0;

@@ -1,20 +1,10 @@
-// Runs a fuzz target without a fuzzer: on the files named on the command line, or else on inputs drawn from
-// the marks that profile files are made of, the same at every run. REPLAY_RUNS sets their number.
+// Runs a fuzz target without a fuzzer, on inputs drawn from the marks that profile files are made of, the
+// same at every run. Their number can be given on the command line.
 
 #include <array>
-#include <fstream>
-#include <iterator>
 #include <random>
 
 #include "fuzz/fuzz_input.h"
-
-namespace {
-
-void Run(const std::string& input) {
-    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
-}
-
-}  // namespace
 
 int main(int count, char** arguments) {
     using namespace std::string_view_literals;
@@ -28,12 +18,7 @@ int main(int count, char** arguments) {
         "\2"sv,   "\x10"sv,     "\xF0"sv,    "c:\\"sv,    "..\\"sv,
         "𝄞"sv,
     };
-    for (int i = 1; i < count; ++i) {
-        std::ifstream stream(arguments[i], std::ios::binary);
-        Run({std::istreambuf_iterator<char>(stream), {}});
-    }
-    const char* wanted = std::getenv("REPLAY_RUNS");
-    const int runs = count > 1 ? 0 : wanted != nullptr ? std::atoi(wanted) : 20'000;
+    const int runs = count > 1 ? std::atoi(arguments[1]) : 20'000;
     std::mt19937 random;
     const auto draw = [&random](std::size_t below) { return random() % below; };
     for (int i = 0; i < runs; ++i) {
@@ -42,8 +27,8 @@ int main(int count, char** arguments) {
             const std::string_view mark = kMarks[draw(kMarks.size())];
             for (std::size_t times = draw(40) == 0 ? 200 : 1; times > 0; --times) input += mark;
         }
-        Run(input);
+        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
     }
-    std::printf("%d inputs\n", count > 1 ? count - 1 : runs);
+    std::printf("%d inputs\n", runs);
     return 0;
 }

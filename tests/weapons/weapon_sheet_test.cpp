@@ -13,14 +13,6 @@ TEST(WeaponSheet, LeavesOutWhatDoesNotShow) {
     EXPECT_EQ(BuildWeaponSheet(weapon),
               "   Stick\r\nDamage: \r\nDamage Fatigue: 0\r\nCritical Chance: 0\r\nDamage Type: Piercing\r\n"
               "Speed: 0\r\nDurability: 0 of 0\r\nWeight: 44\r\n0-Handed\r\nShop price: 0");
-    weapon.HasDefenceBonus = true;
-    EXPECT_NE(BuildWeaponSheet(weapon).find("\r\nDefence Bonus: \r\n"), std::string::npos);
-}
-
-TEST(WeaponSheet, NamesDamageTypes) {
-    EXPECT_EQ(DamageTypeName(1), "Slashing");
-    EXPECT_EQ(DamageTypeName(2), "Blunt");
-    EXPECT_EQ(DamageTypeName(3), "Universal");
 }
 
 }  // namespace
