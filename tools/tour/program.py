@@ -25,6 +25,7 @@ class Control:
         self.accessible = accessible
 
     name = property(lambda self: self.accessible.get_name())
+    description = property(lambda self: self.accessible.get_description())
     role = property(lambda self: self.accessible.get_role_name())
     text = property(lambda self: Atspi.Text.get_text(self.accessible, 0, -1))
     checked = property(lambda self: self.has(Atspi.StateType.CHECKED))

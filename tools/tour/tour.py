@@ -78,6 +78,7 @@ def frmDice(walk, window):
         expect("the focus", lambda: window.focus, [box])
         enter(text)
     window.list("Plus").choose("-")
+    expect("the chosen sign for assistive technology", lambda: window.list("Plus").description, "-")
     window.button("Roll Dice !").click()
     expect_roll("3D8 -3", 0, 21, "10.5")
     walk.tell("frmDice", result.text)

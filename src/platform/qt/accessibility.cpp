@@ -32,13 +32,15 @@ class AccessibleLabel : public QAccessibleWidget {
     LabelWidget& Label() const { return static_cast<LabelWidget&>(*widget()); }
 };
 
-// The toolkit's own would give the selected entry for the name.
+// The toolkit's own would give the selected entry for the name. Here it is the description, which a screen reader
+// speaks behind the name.
 class AccessibleList : public QAccessibleWidget {
  public:
     explicit AccessibleList(QComboBox& list) : QAccessibleWidget(&list, QAccessible::ComboBox) {}
 
     QString text(QAccessible::Text kind) const override {
-        return kind == QAccessible::Value ? List().currentText() : QAccessibleWidget::text(kind);
+        if (kind == QAccessible::Value || kind == QAccessible::Description) return List().currentText();
+        return QAccessibleWidget::text(kind);
     }
     int childCount() const override { return 1; }
     QAccessibleInterface* child(int index) const override {

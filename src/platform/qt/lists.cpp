@@ -1,4 +1,5 @@
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QListView>
@@ -87,6 +88,11 @@ DropDownList::DropDownList(Form& form, std::string_view name, const Rect& place)
     list.OnOpen = [this] {
         if (DropDown) DropDown();
     };
+    QObject::connect(&list, &QComboBox::currentIndexChanged, &Toolkit(), [&list] {
+        if (!QAccessible::isActive()) return;
+        QAccessibleEvent changed(&list, QAccessible::DescriptionChanged);
+        QAccessible::updateAccessibility(&changed);
+    });
     QObject::connect(&list, &QComboBox::activated, &Toolkit(), [this] {
         if (Click) Click();
     });
