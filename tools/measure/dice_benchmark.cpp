@@ -11,6 +11,10 @@ void FindNotation(benchmark::State& state) {
     const auto to = static_cast<std::int32_t>(state.range(1));
     for (auto _ : state) benchmark::DoNotOptimize(orvane::SearchDice(from, to));
 }
-BENCHMARK(FindNotation)->Args({1, 6})->Args({1, 2000000000})->Args({-2000000000, 2000000000})->Args({0, 2147483647});
+BENCHMARK(FindNotation)
+    ->Args({1, 6})
+    ->Args({1, 2000000000})
+    ->Args({-2000000000, 2000000000})
+    ->Args({0, 2147483647});
 
 }  // namespace

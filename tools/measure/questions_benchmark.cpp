@@ -36,7 +36,8 @@ void SaveHundredQuestions(benchmark::State& state) {
     const UserFolder folder;
     const orvane::QuestionList lists[] = {FullList('a'), FullList('b')};
     std::size_t turn = 0;
-    for (auto _ : state) orvane::SaveQuestions(orvane::kQuestionFile, lists[turn++ % 2], orvane::kMaxQuestions);
+    for (auto _ : state)
+        orvane::SaveQuestions(orvane::kQuestionFile, lists[turn++ % 2], orvane::kMaxQuestions);
 }
 BENCHMARK(SaveHundredQuestions)->Unit(benchmark::kMillisecond);
 

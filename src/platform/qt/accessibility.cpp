@@ -32,8 +32,8 @@ class AccessibleLabel : public QAccessibleWidget {
     LabelWidget& Label() const { return static_cast<LabelWidget&>(*widget()); }
 };
 
-// The toolkit's own would give the selected entry for the name. Here it is the description, which a screen reader
-// speaks behind the name.
+// The toolkit's own would give the selected entry for the name. Here it is the description, which a screen
+// reader speaks behind the name.
 class AccessibleList : public QAccessibleWidget {
  public:
     explicit AccessibleList(QComboBox& list) : QAccessibleWidget(&list, QAccessible::ComboBox) {}
