@@ -110,14 +110,15 @@ Truth IniWrite(std::string_view Section, std::string_view Key, std::optional<std
 }
 
 IniReadPass::IniReadPass(std::string_view FileName) {
-    if (IniPass::Innermost(FileName, Purpose::Read) == nullptr) {
+    const IniPass* pass = IniPass::Innermost(FileName, Purpose::Read);
+    if (pass == nullptr) {
         pass_ = std::make_unique<IniPass>(FileName, Purpose::Read);
+        pass = pass_.get();
     }
+    readable_ = pass->Readable();
 }
 
 IniReadPass::~IniReadPass() = default;
-
-bool IniReadPass::Readable() const { return pass_->Readable(); }
 
 IniWritePass::IniWritePass(std::string_view FileName)
     : pass_(std::make_unique<IniPass>(FileName, Purpose::Write)) {}

@@ -36,11 +36,12 @@ class IniReadPass {
     IniReadPass(const IniReadPass&) = delete;
     IniReadPass& operator=(const IniReadPass&) = delete;
 
-    // Whether there is a file that can be read.
-    bool Readable() const;
+    // Whether there was a file that could be read when the pass began.
+    bool Readable() const { return readable_; }
 
  private:
-    std::unique_ptr<IniPass> pass_;
+    std::unique_ptr<IniPass> pass_;  // empty within another pass on the file, which then answers
+    bool readable_ = false;
 };
 
 // As long as it lives, every IniWrite to this file is only collected, and every IniRead of it sees what was
