@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/qt/sound_requests.h"
@@ -132,6 +133,8 @@ extern "C" void OrvaneRunSoundPlayer(platform::SoundRequests& requests) {
             }
             wanted.swap(requests.Wanted);
         }
+        // Opening a device is work; the text that the same press brings goes first.
+        if (!device.IsOpen()) std::this_thread::sleep_for(std::chrono::milliseconds(8));
         if (wanted.empty()) {
             device.CloseIfDone();
         } else if (const auto wave = platform::LoadWave(wanted)) {
