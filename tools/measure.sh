@@ -1,21 +1,20 @@
 #!/usr/bin/env bash
-# Prints the figures that the program is held to: start-up and memory beside a bare window of the toolkit, the first
-# opening of each tool and a press, and the benchmarks of the cores.
+# Prints a table of what the program is held to, what was measured, and which of it holds: start-up and memory beside
+# a bare window of the toolkit, the first opening of each tool, a press, the cores, and the idle program.
+# usage: measure.sh [ROUNDS]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source tools/packages.sh
 need build start measure
 
-program=build/release/program/orvane-utilities
-cmake --preset release -DORVANE_BENCHMARKS=ON >/dev/null
-cmake --build --preset release >/dev/null
+echo "Building the optimised program."
+quietly cmake --preset release -DORVANE_BENCHMARKS=ON
+quietly cmake --build --preset release
 mkdir -p build/measure
 g++ -O2 -fPIC tools/measure/bare_window.cpp -o build/measure/bare_window $(pkg-config --cflags --libs Qt6Widgets)
 
-on_display() { xvfb-run -a -s "-screen 0 1280x1024x24" /usr/bin/python3 "$@"; }
-echo "Start-up and memory, program beside bare window (budget 1.30)"
-on_display tools/measure/startup.py 15 "$program" --vs build/measure/bare_window
-echo "Windows"
-on_display tools/measure/windows.py "$program"
-echo "Cores"
-build/release/core_benchmarks
+home=$(mktemp -d)
+trap 'rm -rf "$home"' EXIT
+HOME=$home XDG_DATA_HOME= SDL_AUDIODRIVER=dummy xvfb-run -a -s "-screen 0 1280x1024x24" \
+    /usr/bin/python3 -B tools/measure/figures.py \
+    build/release/program/orvane-utilities build/measure/bare_window build/release/core_benchmarks "${1-15}"
