@@ -12,7 +12,7 @@ using platform::Alignment;
 
 platform::Label::Style LabelStyle(Kind kind) {
     switch (kind) {
-        case Kind::Title: return {.Align = Alignment::Centre};
+        case Kind::Title:
         case Kind::Cell: return {.Align = Alignment::Centre};
         case Kind::Button:
         case Kind::CellButton: return {.Align = Alignment::Centre, .Button = true};

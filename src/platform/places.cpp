@@ -67,7 +67,7 @@ std::filesystem::path PathOfName(std::string_view name, const Places& places) {
 
 std::filesystem::path PathInUserData(const std::filesystem::path& file, const Places& places) {
     if (places.UserData.empty()) return {};
-    const auto way = file.lexically_normal().lexically_relative(places.UserData.lexically_normal());
+    auto way = file.lexically_normal().lexically_relative(places.UserData.lexically_normal());
     if (way.empty() || way == "." || *way.begin() == "..") return {};
     return way;
 }

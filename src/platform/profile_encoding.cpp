@@ -58,8 +58,9 @@ constexpr char32_t kWindows1252[] = {
 
 // Capital letters whose small letter lies at a fixed distance; with a step of 2 the two take turns.
 struct Capitals {
-    char32_t First, Last;
-    int Distance;
+    char32_t First = 0;
+    char32_t Last = 0;
+    int Distance = 0;
     char32_t Step = 1;
 };
 

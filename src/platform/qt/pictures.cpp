@@ -175,7 +175,7 @@ struct Shape::Native {
 };
 
 Shape::Shape(Form& form, std::string_view name, const Rect& place, Color color, int lineWidth)
-    : native_(std::make_unique<Native>(new OutlineWidget(form.Toolkit().Widget, place, color, lineWidth))) {
+    : native_(new Native{new OutlineWidget(form.Toolkit().Widget, place, color, lineWidth)}) {
     native_->Widget->setObjectName(ToQString(name));
 }
 

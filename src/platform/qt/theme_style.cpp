@@ -177,7 +177,7 @@ void ThemePopup(QAbstractItemView& view, const QComboBox& owner) {
 
 void ShowThemedMenu(QMenu* menu, const QWidget& owner, const QPoint& at) {
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    if (owner.window()->windowFlags() & Qt::FramelessWindowHint) {
+    if (owner.window()->windowFlags().testFlag(Qt::FramelessWindowHint)) {
         menu->setPalette(owner.palette());
         menu->setStyle(&TheStyle());
     }

@@ -120,7 +120,7 @@ void Control::Native::ReleasePress() {
     if (std::exchange(pressed_, Qt::NoButton) != Qt::NoButton && Owner->MouseUp) Owner->MouseUp(0, 0);
 }
 
-void Control::Native::SetAccessKey(const ParsedCaption& caption, std::function<void()> activated) {
+void Control::Native::SetAccessKey(const ParsedCaption& caption, const std::function<void()>& activated) {
     const QKeySequence key = caption.Shortcut();
     if (shortcut_ != nullptr && shortcut_->key() == key) return;
     delete shortcut_;

@@ -52,7 +52,7 @@ struct Control::Native : QObject {
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void WatchViewport(QWidget* viewport);
-    void SetAccessKey(const ParsedCaption& caption, std::function<void()> activated);
+    void SetAccessKey(const ParsedCaption& caption, const std::function<void()>& activated);
     // Ends a press without a click.
     void ReleasePress();
     // What assistive technology does in place of a click.
