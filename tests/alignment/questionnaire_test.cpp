@@ -21,7 +21,7 @@ constexpr std::int32_t kQuestions = 24;
 
 const QuestionList& Questions() {
     static const auto list = [] {
-        const auto root = std::filesystem::absolute(__FILE__).parent_path().parent_path().parent_path();
+        const std::filesystem::path root = ORVANE_SOURCE_FOLDER;
         auto questions = std::make_unique<QuestionList>();
         EXPECT_EQ(LoadQuestions((root / "data" / "questions.ini").string(), *questions), kQuestions);
         return questions;

@@ -108,7 +108,7 @@ TEST_F(WeaponFiles, TellsWhyThereAreNoWeapons) {
 }
 
 TEST(ShippedWeapons, ReadWellInEveryCombination) {
-    const auto data = std::filesystem::absolute(__FILE__).parent_path().parent_path().parent_path() / "data";
+    const auto data = std::filesystem::path(ORVANE_SOURCE_FOLDER) / "data";
     platform::SetPlaces({.UserData = data / "user", .Program = data});
     WeaponTables tables;
     LoadWeapons(tables);
