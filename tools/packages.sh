@@ -5,6 +5,7 @@ declare -A PACKAGES=(
     [start]="fonts-dejavu-core fonts-liberation qt6-wayland xdotool"
     [tour]="at-spi2-core dbus-daemon gir1.2-atspi-2.0 imagemagick openbox python3 python3-gi xclip xdotool xvfb"
     [measure]="libbenchmark-dev pkg-config python3-xlib xauth xvfb"
+    [code]="binutils clang-format clang-tidy cppcheck"
     [test]="libgtest-dev weston xfce4-settings xwayland"
 )
 

@@ -47,7 +47,7 @@ class ProfileText {
     struct NamedLine {
         std::uint32_t Hash = 0;
         std::uint32_t Begin = 0;
-        auto operator<=>(const NamedLine&) const = default;
+        auto operator<=>(const NamedLine&) const = default;  // NOLINT(modernize-use-nullptr)
     };
     using Index = std::vector<NamedLine>;
     using NameOfLine = std::optional<std::string_view> (*)(std::string_view line);
