@@ -1,7 +1,6 @@
 #include "alignment/modIni.h"
 
 #include <filesystem>
-#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -42,12 +41,12 @@ class IniPass {
     // The pass that a call for this file belongs to, if there is one: a write needs a write pass.
     static IniPass* Innermost(std::string_view name, Purpose purpose) {
         std::optional<std::filesystem::path> file;
-        for (IniPass* pass : std::views::reverse(Passes())) {
-            if (purpose == Purpose::Write && pass->purpose_ != Purpose::Write) continue;
+        for (auto pass = Passes().rbegin(); pass != Passes().rend(); ++pass) {
+            if (purpose == Purpose::Write && (*pass)->purpose_ != Purpose::Write) continue;
             // Nearly always the name is the very same, and need not be made a path.
-            if (pass->name_ == name) return pass;
+            if ((*pass)->name_ == name) return *pass;
             if (!file) file = platform::PathOfName(name, platform::CurrentPlaces());
-            if (pass->file_ == *file) return pass;
+            if ((*pass)->file_ == *file) return *pass;
         }
         return nullptr;
     }
