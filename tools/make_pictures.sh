@@ -17,7 +17,8 @@ window_colour='rgb(16,16,0)'
 
 # One line a picture: source, width, height, output, colours. A number of colours makes
 # a palette picture with at most so many, transparency included; "full" keeps all of
-# them and a smooth alpha channel, "opaque" all of them in 24 bits without one.
+# them and a smooth alpha channel, "opaque" all of them in 24 bits without one. "cut" is
+# "full" from a source that is drawn for its own size, cut to the middle of it.
 pictures='
 logo.svg      32   32  logo.png         64
 logo.svg      64   64  logo@2x.png      64
@@ -27,6 +28,14 @@ ornament.svg  21   10  ornament.png     full
 ornament.svg  42   20  ornament@2x.png  full
 display.svg  200  200  display.png      opaque
 display.svg  400  400  display@2x.png   opaque
+logo.svg      16   16  icons/16.png     full
+logo-small.svg 22  22  icons/22.png     cut
+logo-small.svg 24  24  icons/24.png     full
+logo.svg      32   32  icons/32.png     full
+logo.svg      48   48  icons/48.png     full
+logo.svg      64   64  icons/64.png     full
+logo.svg     128  128  icons/128.png    full
+logo.svg     256  256  icons/256.png    full
 '
 
 need() {
@@ -48,6 +57,13 @@ to_palette() {
         -strip -define png:exclude-chunks=date,time "PNG8:$output"
 }
 
+cut_to_middle() {
+    local source=$1 width=$2 height=$3 output=$4
+    rsvg-convert --output "$work/whole.png" "$source"
+    convert "$work/whole.png" -background none -gravity center -extent "${width}x$height" "$work/cut.png"
+    to_full_colour "$work/cut.png" "$output"
+}
+
 to_full_colour() {
     local rendered=$1 output=$2
     convert "$rendered" -strip -define png:exclude-chunks=date,time \
@@ -65,7 +81,7 @@ need convert imagemagick
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-mkdir -p "$output_folder"
+mkdir -p "$output_folder/icons"
 
 while read -r source width height output colours; do
     [[ -n $source ]] || continue
@@ -73,6 +89,7 @@ while read -r source width height output colours; do
         "$source_folder/$source"
     case $colours in
         full)   to_full_colour "$work/rendered.png" "$output_folder/$output" ;;
+        cut)    cut_to_middle "$source_folder/$source" "$width" "$height" "$output_folder/$output" ;;
         opaque) to_opaque "$work/rendered.png" "$output_folder/$output" ;;
         *)      to_palette "$work/rendered.png" "$colours" "$output_folder/$output" ;;
     esac
