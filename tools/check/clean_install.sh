@@ -1,0 +1,77 @@
+#!/bin/bash
+# Installs the Debian package into a new and minimal Debian 12 as a user would, starts the command there as an ordinary
+# user, and takes the package away again. Needs root, for the mounts of that system.
+#
+# The display, the bus and the hands of the test stay outside, so that the program has nothing in there but what its
+# package asks for.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/../.."
+((EUID == 0)) || exec sudo "$0" "$@"
+source tools/packages.sh
+
+need build package tour clean
+tools/package.sh
+
+work=$(mktemp -d /var/tmp/orvane-clean-XXXXXX)
+root=$work/root
+shared=$work/shared # at the same path inside and outside
+clean_up() {
+    local mount
+    for mount in "$root$shared" "$root/dev" "$root/proc"; do
+        ! mountpoint -q "$mount" || umount "$mount" || umount --lazy "$mount"
+    done
+    ! grep -q " $work/" /proc/mounts && rm -rf --one-file-system "$work"
+}
+trap clean_up EXIT
+trap 'exit 130' INT TERM HUP
+fail() { echo "clean_install: $*" >&2; exit 1; }
+inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "$@"; }
+
+chmod 755 "$work"
+mkdir "$root" "$shared"
+quietly debootstrap --variant=minbase bookworm "$root" http://deb.debian.org/debian
+cp -L /etc/resolv.conf "$root/etc/resolv.conf"
+mount -t proc proc "$root/proc"
+mount --bind /dev "$root/dev"
+mkdir -p "$root$shared"
+mount --bind "$shared" "$root$shared"
+inside useradd --create-home player
+ids=(--reuid "$(inside id -u player)" --regid "$(inside id -g player)" --clear-groups)
+echo "A Debian $(<"$root/etc/debian_version") of $(inside dpkg-query -W | wc -l) packages."
+
+cp build/package/*.deb "$root/root/"
+cp -r --parents tools/tour tests/display sounds "$shared"
+cat >"$shared/orvane-utilities" <<END
+#!/bin/sh
+exec /usr/sbin/chroot $root setpriv --inh-caps=-all --ambient-caps=-all orvane-utilities
+END
+chmod 755 "$shared/orvane-utilities"
+chown -R "${ids[1]}:${ids[3]}" "$shared"
+
+start_command() {
+    (cd / && TMPDIR=$shared PYTHONPATH=$shared/tools/tour timeout 120 \
+        setpriv "${ids[@]}" --inh-caps=+sys_chroot --ambient-caps=+sys_chroot \
+        /usr/bin/python3 -B "$shared/tests/display/installed_test.py" "$shared/orvane-utilities")
+}
+install() { quietly inside apt-get -q -y "$@" install "/root/$(ls "$root/root")"; }
+
+install --no-install-recommends
+echo "Installed with what it depends on: $(inside dpkg-query -W | wc -l) packages."
+start_command
+install
+echo "Installed as a user does: $(inside dpkg-query -W | wc -l) packages."
+start_command
+
+own=$root/home/player/.local/share/orvane/questions.ini
+mkdir -p "${own%/*}"
+echo mine >"$own"
+files=$(inside dpkg --listfiles orvane-utilities)
+install --reinstall
+inside dpkg --verify orvane-utilities | grep . && fail "the files differ from the package's"
+start_command
+quietly inside apt-get -q -y purge orvane-utilities
+left=$(cd "$root" && find . -xdev \( -path ./proc -o -path ./root -o -path ./home -o -path "./$shared" -o -path ./var/log \) -prune \
+    -o -iname '*orvane*' -print)
+[[ -z $left ]] || fail "left after the removal: $left"
+[[ $(<"$own") == mine ]] || fail "the user's own questions are not what they were"
+echo "Installed again and removed: $(wc -l <<<"$files") files and folders, nothing left but the user's own questions."
