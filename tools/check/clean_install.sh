@@ -54,10 +54,12 @@ start_command() {
         /usr/bin/python3 -B "$shared/tests/display/installed_test.py" "$shared/orvane-utilities")
 }
 install() { quietly inside apt-get -q -y "$@" install "/root/$(ls "$root/root")"; }
+purge() { quietly inside apt-get -q -y purge orvane-utilities; }
 
 install --no-install-recommends
 echo "Installed with what it depends on: $(inside dpkg-query -W | wc -l) packages."
 start_command
+purge
 install
 echo "Installed as a user does: $(inside dpkg-query -W | wc -l) packages."
 start_command
@@ -69,9 +71,9 @@ files=$(inside dpkg --listfiles orvane-utilities)
 install --reinstall
 inside dpkg --verify orvane-utilities | grep . && fail "the files differ from the package's"
 start_command
-quietly inside apt-get -q -y purge orvane-utilities
-left=$(cd "$root" && find . -xdev \( -path ./proc -o -path ./root -o -path ./home -o -path "./$shared" -o -path ./var/log \) -prune \
-    -o -iname '*orvane*' -print)
+purge
+left=$(cd "$root" && find . \( -path ./proc -o -path ./dev -o -path ./root -o -path ./home -o -path ./var/log \
+    -o -path ".$work" \) -prune -o -iname '*orvane*' -print)
 [[ -z $left ]] || fail "left after the removal: $left"
 [[ $(<"$own") == mine ]] || fail "the user's own questions are not what they were"
 echo "Installed again and removed: $(wc -l <<<"$files") files and folders, nothing left but the user's own questions."
