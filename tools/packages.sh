@@ -3,7 +3,7 @@
 declare -A PACKAGES=(
     [build]="cmake g++ libsdl2-dev ninja-build qt6-base-dev"
     [package]="appstream desktop-file-utils dpkg-dev file lintian man-db"
-    [clean]="debootstrap"
+    [clean]="debian-archive-keyring debootstrap"
     [start]="fonts-dejavu-core fonts-liberation qt6-wayland xdotool"
     [tour]="at-spi2-core dbus-daemon gir1.2-atspi-2.0 imagemagick openbox python3 python3-gi xclip xdotool xvfb"
     [measure]="libbenchmark-dev pkg-config python3-xlib xauth xvfb"

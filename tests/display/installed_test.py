@@ -14,7 +14,7 @@ import tempfile
 
 from desktop import Failure, desktop, expect, main, wait_for, xdotool
 from program import Program
-from sound_test import DICE, LAUNCHER, Speaker
+from sound_test import LAUNCHER, Speaker
 from walk_weapons import SHEET
 
 SOURCES = pathlib.Path(__file__).parents[2]
@@ -23,10 +23,9 @@ WM_CLASS = "orvane-utilities"
 
 
 def run(*words, **environment):
-    done = subprocess.run(words, env={**os.environ, **environment}, capture_output=True, text=True, umask=0o077)
+    done = subprocess.run(words, env={**os.environ, **environment}, capture_output=True, text=True)
     if done.returncode:
         raise Failure(f"{words[0]}: {done.stderr or done.stdout}")
-    return done.stdout
 
 
 def unpack(scratch, first, second=None):
@@ -45,13 +44,11 @@ def unpack(scratch, first, second=None):
 
 def check_entry(usr):
     """The desktop entry starts the command, has an icon, and is that of the program's windows."""
-    entry = (usr / "share/applications/orvane-utilities.desktop").read_text()
-    for key, value in ("Exec", "orvane-utilities"), ("Icon", "orvane-utilities"), ("StartupWMClass", WM_CLASS):
-        if f"\n{key}={value}\n" not in entry:
-            raise Failure(f"the desktop entry has no {key}={value}")
-    icons = [icon.parts[-3] for icon in usr.glob("share/icons/hicolor/*/apps/orvane-utilities.*")]
-    wanted = {f"{size}x{size}" for size in (16, 22, 24, 32, 48, 64, 128, 256)} | {"scalable"}
-    if set(icons) != wanted:
+    entry = (usr / "share/applications/orvane-utilities.desktop").read_text().splitlines()
+    if not {"Exec=orvane-utilities", "Icon=orvane-utilities", f"StartupWMClass={WM_CLASS}"} <= set(entry):
+        raise Failure(f"the desktop entry is {entry}")
+    icons = {icon.parts[-3] for icon in usr.glob("share/icons/hicolor/*/apps/orvane-utilities.*g")}
+    if not {"16x16", "22x22", "24x24", "32x32", "48x48", "256x256", "scalable"} <= icons:
         raise Failure(f"the icons are {sorted(icons)}")
 
 
@@ -99,8 +96,8 @@ def use(command, home):
 
 
 def check(first, second=None):
+    is_command = not second and pathlib.Path(first).is_file()
     with desktop() as home, tempfile.TemporaryDirectory(prefix="orvane-installed-") as scratch:
-        is_command = pathlib.Path(first).is_file() and not second
         for command in [first] if is_command else unpack(pathlib.Path(scratch), first, second):
             use(command, home)
 

@@ -6,18 +6,20 @@
 # package asks for.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
-((EUID == 0)) || exec sudo "$0" "$@"
 source tools/packages.sh
 
-need build package tour clean
-tools/package.sh
+if [[ ${1-} != --packaged ]]; then
+    need build package tour clean
+    tools/package.sh
+fi
+((EUID == 0)) || exec sudo tools/check/clean_install.sh --packaged
 
 work=$(mktemp -d /var/tmp/orvane-clean-XXXXXX)
-root=$work/root
+system=$work/system
 shared=$work/shared # at the same path inside and outside
 clean_up() {
     local mount
-    for mount in "$root$shared" "$root/dev" "$root/proc"; do
+    for mount in "$system$shared" "$system/dev" "$system/proc"; do
         ! mountpoint -q "$mount" || umount "$mount" || umount --lazy "$mount"
     done
     ! grep -q " $work/" /proc/mounts && rm -rf --one-file-system "$work"
@@ -25,25 +27,25 @@ clean_up() {
 trap clean_up EXIT
 trap 'exit 130' INT TERM HUP
 fail() { echo "clean_install: $*" >&2; exit 1; }
-inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "$@"; }
+inside() { chroot "$system" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "$@"; }
 
 chmod 755 "$work"
-mkdir "$root" "$shared"
-quietly debootstrap --variant=minbase bookworm "$root" http://deb.debian.org/debian
-cp -L /etc/resolv.conf "$root/etc/resolv.conf"
-mount -t proc proc "$root/proc"
-mount --bind /dev "$root/dev"
-mkdir -p "$root$shared"
-mount --bind "$shared" "$root$shared"
+mkdir "$system" "$shared"
+quietly debootstrap --variant=minbase bookworm "$system" http://deb.debian.org/debian
+cp -L /etc/resolv.conf "$system/etc/resolv.conf"
+mount -t proc proc "$system/proc"
+mount --bind /dev "$system/dev"
+mkdir -p "$system$shared"
+mount --bind "$shared" "$system$shared"
 inside useradd --create-home player
 ids=(--reuid "$(inside id -u player)" --regid "$(inside id -g player)" --clear-groups)
-echo "A Debian $(<"$root/etc/debian_version") of $(inside dpkg-query -W | wc -l) packages."
+echo "A Debian $(<"$system/etc/debian_version") of $(inside dpkg-query -W | wc -l) packages."
 
-cp build/package/*.deb "$root/root/"
+cp build/package/*.deb "$system/root/"
 cp -r --parents tools/tour tests/display sounds "$shared"
 cat >"$shared/orvane-utilities" <<END
 #!/bin/sh
-exec /usr/sbin/chroot $root setpriv --inh-caps=-all --ambient-caps=-all orvane-utilities
+exec /usr/sbin/chroot $system setpriv --inh-caps=-all --ambient-caps=-all orvane-utilities
 END
 chmod 755 "$shared/orvane-utilities"
 chown -R "${ids[1]}:${ids[3]}" "$shared"
@@ -53,7 +55,7 @@ start_command() {
         setpriv "${ids[@]}" --inh-caps=+sys_chroot --ambient-caps=+sys_chroot \
         /usr/bin/python3 -B "$shared/tests/display/installed_test.py" "$shared/orvane-utilities")
 }
-install() { quietly inside apt-get -q -y "$@" install "/root/$(ls "$root/root")"; }
+install() { quietly inside apt-get -q -y "$@" install "/root/$(ls "$system/root")"; }
 purge() { quietly inside apt-get -q -y purge orvane-utilities; }
 
 install --no-install-recommends
@@ -64,7 +66,7 @@ install
 echo "Installed as a user does: $(inside dpkg-query -W | wc -l) packages."
 start_command
 
-own=$root/home/player/.local/share/orvane/questions.ini
+own=$system/home/player/.local/share/orvane/questions.ini
 mkdir -p "${own%/*}"
 echo mine >"$own"
 files=$(inside dpkg --listfiles orvane-utilities)
@@ -72,7 +74,7 @@ install --reinstall
 inside dpkg --verify orvane-utilities | grep . && fail "the files differ from the package's"
 start_command
 purge
-left=$(cd "$root" && find . \( -path ./proc -o -path ./dev -o -path ./root -o -path ./home -o -path ./var/log \
+left=$(cd "$system" && find . \( -path ./proc -o -path ./dev -o -path ./root -o -path ./home -o -path ./var/log \
     -o -path ".$work" \) -prune -o -iname '*orvane*' -print)
 [[ -z $left ]] || fail "left after the removal: $left"
 [[ $(<"$own") == mine ]] || fail "the user's own questions are not what they were"

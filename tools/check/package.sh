@@ -35,7 +35,7 @@ versions_agree() {
     grep -q "^orvane-utilities ($version) " ../../packaging/changelog &&
         grep -q "<release version=\"$version\"" ../../packaging/*.metainfo.xml
 }
-is_stripped() { [[ -z $(find "$1" -type f -exec file {} + | grep 'not stripped') ]]; }
+is_stripped() { ! find "$1" -type f -exec file {} + | grep 'not stripped'; }
 built_again() {
     rm -rf ../again
     (umask 077 && cpack --config ../release/CPackConfig.cmake -B "$PWD/../again" &>/dev/null)
@@ -45,9 +45,9 @@ built_again() {
 tree=$(mktemp -d)
 trap 'rm -rf "$tree"' EXIT
 dpkg-deb --extract "$package" "$tree"
-root=()
-((EUID)) || root=(--allow-root)
-verdict lintian lintian "${root[@]}" --profile debian --display-info --pedantic --fail-on error,warning "$package"
+as_root=()
+((EUID)) || as_root=(--allow-root)
+verdict lintian lintian "${as_root[@]}" --profile debian --display-info --pedantic --fail-on error,warning "$package"
 verdict "desktop entry" desktop-file-validate "$tree"/usr/share/applications/*.desktop
 verdict AppStream appstreamcli validate --no-net --pedantic "$tree"/usr/share/metainfo/*.xml
 verdict "manual page" page_is_clean "$tree"/usr/share/man/man1/*.gz
