@@ -10,7 +10,7 @@ namespace orvane {
 namespace {
 
 constexpr ControlRow kControls[] = {
-    {"Icon", Kind::Picture, "logo", {8, 0, 32, 32}},
+    {"Icon", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
     {"lblTitle", Kind::Title, "Orvane Alingment meter", {48, 8, 401, 17}},
     {"Cmnd(4)", Kind::Button, "_", {456, 8, 17, 17}},
     {"Cmnd(3)", Kind::Button, "x", {472, 8, 17, 17}},
@@ -24,8 +24,8 @@ constexpr ControlRow kControls[] = {
      kPlain,
      {.Count = kAnswerCount, .Pitch = 24, .First = 1}},
     {"Label6", Kind::Caption, "&Result :", {288, 32, 201, 17}},
-    {"picOutPut", Kind::PictureBox, "display", {288, 48, 200, 200}},
-    {"Status", Kind::CentredCaption, "", {0, 256, 497, 17}},
+    {"picOutPut", Kind::PictureBox, "display", {288, 48, 200, 200}, kPlain, {}, "Display"},
+    {"Status", Kind::StatusLine, "", {0, 256, 497, 17}},
     {"Command1", Kind::PushButton, "Editor", {424, 280, 65, 17}},
 };
 
@@ -102,6 +102,9 @@ void frmAling::DrawAlignment() {
     picOutPut.Cls();
     picOutPut.SetPen(kBarPen, platform::PenMode::Xor);
     for (const DisplaySpan& bar : AlignmentBars(scores_)) picOutPut.Box(bar.X1, bar.Y1, bar.X2, bar.Y2, kInk);
+    picOutPut.SetDescription("Good " + NumberText(scores_.GoodCount) + ", Evil " +
+                             NumberText(scores_.EvilCount) + ", Law " + NumberText(scores_.LawCount) +
+                             ", Chaos " + NumberText(scores_.ChaosCount));
     Label6.SetCaption("&Result : " + std::string(AlignmentName(scores_)));
     const DisplaySpan pointer = AlignmentPointer(scores_);
     picOutPut.SetPen(kPointerPen, platform::PenMode::Copy);

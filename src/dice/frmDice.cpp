@@ -7,7 +7,7 @@ namespace orvane {
 namespace {
 
 constexpr ControlRow kControls[] = {
-    {"Image1", Kind::Picture, "logo", {8, 0, 32, 32}},
+    {"Image1", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
     {"lblTitle", Kind::Title, "Orvane Dice", {48, 8, 113, 17}},
     {"Cmnd(4)", Kind::Button, "_", {168, 8, 17, 17}},
     {"Cmnd(3)", Kind::Button, "x", {184, 8, 17, 17}},
@@ -30,7 +30,7 @@ constexpr ControlRow kControls[] = {
      "Instructions: Just enter your dice values and roll. Format is the same as each RPG uses: nDs+b "
      "(n Dices with s Sides plus/minus b Bonus) ie: 1D6+1 or 2D4 or 3D8 -3 ...",
      {8, 216, 193, 65}},
-    {"Status", Kind::CentredCaption, "", {0, 288, 209, 17}},
+    {"Status", Kind::StatusLine, "", {0, 288, 209, 17}},
 };
 
 constexpr HintRow kHints[] = {

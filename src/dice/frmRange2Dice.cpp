@@ -6,7 +6,7 @@ namespace orvane {
 namespace {
 
 constexpr ControlRow kControls[] = {
-    {"Image1", Kind::Picture, "logo", {8, 0, 32, 32}},
+    {"Image1", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
     {"lblTitle", Kind::Title, "Orvane Dice", {48, 8, 113, 17}},
     {"Cmnd(4)", Kind::Button, "_", {168, 8, 17, 17}},
     {"Cmnd(3)", Kind::Button, "x", {184, 8, 17, 17}},
@@ -23,7 +23,7 @@ constexpr ControlRow kControls[] = {
      "Instructions: Enter range of values to corensponding textboxes and you'll get dice which is used to "
      "get this.",
      {8, 104, 193, 41}},
-    {"Status", Kind::CentredCaption, "", {0, 144, 209, 17}},
+    {"Status", Kind::StatusLine, "", {0, 144, 209, 17}},
 };
 
 constexpr HintRow kHints[] = {

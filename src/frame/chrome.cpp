@@ -43,6 +43,7 @@ ThemedForm::ThemedForm(const WindowTable& table, std::int32_t& grabX, std::int32
                {0, 0, Or(table.FrameWidth, table.Width), Or(table.FrameHeight, table.Height)}, kFrameLine,
                kThinLine) {
     SetBackColor(kWindowBack);
+    SetSpokenName(lblTitle.Caption());
 
     lblTitle.MouseDown = [this](float X, float Y) { lblTitle_MouseDown(X, Y); };
     lblTitle.MouseMove = [this](float X, float Y) { lblTitle_MouseMove(X, Y); };

@@ -17,6 +17,7 @@ platform::Label::Style LabelStyle(Kind kind) {
         case Kind::Button:
         case Kind::CellButton: return {.Align = Alignment::Centre, .Button = true};
         case Kind::LeftButton: return {.Button = true};
+        case Kind::StatusLine: return {.Align = Alignment::Centre, .Transparent = true, .Status = true};
         case Kind::CentredCaption: return {.Align = Alignment::Centre, .Transparent = true};
         case Kind::RightCaption: return {.Align = Alignment::Right, .Transparent = true};
         case Kind::Help: return {.Wrapped = true, .Transparent = true};
@@ -40,6 +41,7 @@ const platform::Colors& ColorsOf(Kind kind) {
         case Kind::Title: return kTitleColors;
         case Kind::Caption:
         case Kind::CentredCaption:
+        case Kind::StatusLine:
         case Kind::RightCaption:
         case Kind::Help: return kLabelColors;
         default: return kControlColors;
@@ -110,6 +112,9 @@ Window::Window(const WindowTable& table, platform::FormFrame frame)
             Make(element, themed);
         }
     }
+    for (const HintRow& hint : table.Hints) {
+        if (hint.Control != kBackground) Named(hint.Control).SetDescription(hint.Text);
+    }
     if (table.Centred) Centre();
     if (table.Icon) SetIcon("logo");
 }
@@ -126,6 +131,7 @@ void Window::Make(const ControlRow& row, bool themed) {
     if (themed && OutlinedBehind(row.What)) outline("shp" + name, kBoxLine);
     auto control = MakeControl(*this, row, themed);
     control->SetFont(row.Font);
+    if (!row.Spoken.empty()) control->SetSpokenName(row.Spoken);
     if (themed && row.What != Kind::PushButton) control->SetColors(ColorsOf(row.What));
     if (themed && OutlinedOnEdge(row.What)) outline("shp" + name, kThinLine);
     controls_.push_back({name, row.What, std::move(control)});

@@ -25,6 +25,7 @@ enum class Kind {
     Button,   // a label that is pressed like a button
     Caption,  // plain labels of one line
     CentredCaption,
+    StatusLine,  // at the foot of the window
     RightCaption,
     Help,         // a plain label over several lines
     TextBox,      // one line
@@ -56,8 +57,10 @@ struct ControlRow {
     platform::Rect Place;   // left, top, width, height
     platform::Font Font = kPlain;
     ArrayOf Array{};
+    std::string_view Spoken{};  // the name for assistive technology where no caption gives one
 };
 
+// What the status line shows while the pointer is over a control, and assistive technology says of it.
 struct HintRow {
     std::string_view Control;  // kBackground stands for the window itself
     std::string_view Text;

@@ -8,11 +8,11 @@ namespace orvane {
 namespace {
 
 constexpr ControlRow kControls[] = {
-    {"Image1", Kind::Picture, "logo", {8, 0, 32, 32}},
+    {"Image1", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
     {"lblTitle", Kind::Title, "Orvane Utilities", {48, 8, 113, 17}},
     {"Cmnd(4)", Kind::Button, "_", {168, 8, 17, 17}},
     {"Cmnd(3)", Kind::Button, "x", {184, 8, 17, 17}},
-    {"Image5", Kind::Picture, "banner", {1, 32, 207, 23}},
+    {"Image5", Kind::Picture, "banner", {1, 32, 207, 23}, kPlain, {}, "Orvane"},
     {"Cmnd(0)", Kind::Button, "Stats Min/Max Generator", {32, 64, 169, 17}},
     {"Cmnd(1)", Kind::Button, "Dice Roller", {32, 88, 169, 17}},
     {"Cmnd(5)", Kind::Button, "Stats Counter", {32, 112, 169, 17}},
@@ -31,7 +31,7 @@ constexpr ControlRow kControls[] = {
      Kind::Help,
      "Instructions: Choose utility you need. Exit program when done.",
      {8, 232, 193, 33}},
-    {"Status", Kind::CentredCaption, "", {0, 256, 209, 17}},
+    {"Status", Kind::StatusLine, "", {0, 256, 209, 17}},
 };
 
 constexpr HintRow kHints[] = {

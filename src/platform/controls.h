@@ -25,6 +25,11 @@ class Control {
     void SetColors(const Colors& colors);
     void SetFont(const Font& font);
 
+    // For assistive technology only: the name of a control that has no caption of its own or ahead of it, and
+    // what is said behind the name. A label's name is always its caption.
+    void SetSpokenName(std::string_view name);
+    void SetDescription(std::string_view text);
+
     // X and Y in pixels from the control's corner. The control that got the press gets every move and the
     // release, wherever the pointer is.
     std::function<void(float X, float Y)> MouseDown;
@@ -55,6 +60,7 @@ class Label : public Control {
         bool Wrapped = false;  // over several lines, from the top; else one line, in the middle of the height
         bool Transparent = false;  // shows what lies behind it
         bool Button = false;       // is pressed like a button
+        bool Status = false;       // is the form's status line to assistive technology
     };
     Label(Form& form, std::string_view name, const Rect& place, const Style& style);
 
@@ -138,7 +144,8 @@ class Shape {
     std::unique_ptr<Native> native_;
 };
 
-// A fixed picture of the program's own, by its name.
+// A fixed picture of the program's own, by its name. Assistive technology passes by one without a spoken
+// name.
 class Picture : public Control {
  public:
     Picture(Form& form, std::string_view name, const Rect& place, std::string_view picture);

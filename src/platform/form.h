@@ -45,6 +45,8 @@ class Form {
     // An icon by the name of its picture.
     void SetIcon(std::string_view picture);
     void SetBackColor(Color color);
+    // What assistive technology calls the form in place of its caption.
+    void SetSpokenName(std::string_view name);
 
     float Left() const;
     float Top() const;

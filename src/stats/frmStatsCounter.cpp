@@ -11,7 +11,7 @@ constexpr ArrayOf kNineRows{.Count = 9, .Pitch = 16};
 
 constexpr ControlRow kControls[] = {
     {"lblTitle", Kind::Title, "Orvane Secondary Stats", {48, 8, 249, 17}},
-    {"Icon", Kind::Picture, "logo", {8, 0, 32, 32}},
+    {"Icon", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
     {"Cmnd(4)", Kind::Button, "_", {304, 8, 17, 17}},
     {"Cmnd(3)", Kind::Button, "x", {320, 8, 17, 17}},
     {"Label6(1)", Kind::Caption, "Stat :", {8, 32, 81, 17}},
@@ -36,7 +36,7 @@ constexpr ControlRow kControls[] = {
     {"Cmnd(1)", Kind::Button, "Randomize", {242, 211, 60, 17}},
     {"Cmnd(2)", Kind::Button, "Close", {301, 211, 36, 17}},
     {"Label5", Kind::Help, kStatHelp, {8, 232, 329, 73}},
-    {"Status", Kind::CentredCaption, "", {0, 304, 345, 17}},
+    {"Status", Kind::StatusLine, "", {0, 304, 345, 17}},
 };
 
 constexpr WindowTable kTable{"frmStatsCounter", "Orvane Stats Generator", 345, 321, kControls, kStatHints};
@@ -74,6 +74,8 @@ void frmStatsCounter::ShowGrid(const StatGrid& grid, std::string_view sheet) {
         The<platform::Label>("cmndName", row).SetCaption(texts.Name);
         The<platform::Label>("cmndRange", row).SetCaption(texts.Range);
         The<platform::Label>("cmndValue", row).SetCaption(texts.Value);
+        for (const std::string_view array : {"cmndRange", "cmndMinus", "cmndValue", "cmndPlus"})
+            The<platform::Label>(array, row).SetDescription(texts.Name);
     }
     cmndToDistribute.SetCaption(grid.Pool);
     txtTextOut.SetText(sheet);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr ControlRow kControls[] = {
     {"lblTitle", Kind::Title, "Orvane Stats Range Generator", {48, 8, 249, 17}},
-    {"Icon", Kind::Picture, "logo", {8, 0, 32, 32}},
+    {"Icon", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
     {"Cmnd(4)", Kind::Button, "_", {304, 8, 17, 17}},
     {"Cmnd(3)", Kind::Button, "x", {320, 8, 17, 17}},
     {"Label1", Kind::Caption, "&Sex :", {8, 32, 113, 17}},
@@ -28,7 +28,7 @@ constexpr ControlRow kControls[] = {
     {"Label6", Kind::Caption, "&Result :", {128, 32, 209, 17}},
     {"txtTextOut", Kind::ResultBox, "", {128, 48, 209, 177}, kFixed},
     {"Label5", Kind::Help, kStatHelp, {8, 232, 329, 73}},
-    {"Status", Kind::CentredCaption, "", {0, 304, 345, 17}},
+    {"Status", Kind::StatusLine, "", {0, 304, 345, 17}},
 };
 
 constexpr WindowTable kTable{"frmStatsGenerator", "Orvane Stats Generator", 345, 321, kControls, kStatHints};

@@ -7,7 +7,7 @@ namespace orvane {
 namespace {
 
 constexpr ControlRow kControls[] = {
-    {"Image1", Kind::Picture, "logo", {8, 0, 32, 32}},
+    {"Image1", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
     {"lblTitle", Kind::Title, "Orvane Weapons", {48, 8, 185, 17}},
     {"Cmnd(4)", Kind::Button, "_", {240, 8, 17, 17}},
     {"Cmnd(3)", Kind::Button, "x", {256, 8, 17, 17}},
@@ -18,7 +18,7 @@ constexpr ControlRow kControls[] = {
      Kind::Help,
      "Instructions: Click on Get Weapon to have weapon generated :)",
      {8, 296, 265, 33}},
-    {"Status", Kind::CentredCaption, "", {0, 328, 281, 17}},
+    {"Status", Kind::StatusLine, "", {0, 328, 281, 17}},
 };
 
 constexpr HintRow kHints[] = {

@@ -45,6 +45,12 @@ class Control:
         count = self.accessible.get_child_count()
         return [Control(child) for i in range(count) if (child := self.accessible.get_child_at_index(i))]
 
+    def act(self, action="Press"):
+        """What assistive technology does in place of a click."""
+        names = [Atspi.Action.get_action_name(self.accessible, i)
+                 for i in range(Atspi.Action.get_n_actions(self.accessible))]
+        Atspi.Action.do_action(self.accessible, names.index(action))
+
     def hover(self, *then):
         left, top, width, height = self.place
         xdotool("mousemove", left + width // 2, top + height // 2, *then)
@@ -91,8 +97,7 @@ class Window(Control):
 
     @property
     def status(self):
-        """The text of the status line, the lowest label."""
-        return max((c for c in self.controls() if c.role == "label"), key=lambda c: c.place[1]).name
+        return next(control.name for control in self.controls() if control.role == "status bar")
 
     @property
     def focus(self):
@@ -147,18 +152,19 @@ class Program:
         return sorted(map(int, xdotool("search", "--onlyvisible", "--pid", self.process.pid).split()))
 
     def window(self, title, button):
-        """The window with this title that has the button; several windows may have the same title."""
+        """The window that has this title on the display server, and the button; several windows may have the
+        same title."""
         def find():
             numbers = self.window_numbers()
             for control in self.accessible_windows():
-                if control.name != title or not any(c.name == button for c in control.controls()):
+                if not any(c.name == button for c in control.controls()):
                     continue
                 # The display server and assistive technology know a window by different names, but at one
                 # place, give or take its frame.
                 for number in reversed(numbers):
                     window = Window(control.accessible, number)
-                    if all(abs(a - b) < FRAME for a, b in zip(window.bounds[:2], window.place[:2])) and \
-                            window.bounds[2:] == window.place[2:]:
+                    if xdotool("getwindowname", number) == title and window.bounds[2:] == window.place[2:] and \
+                            all(abs(a - b) < FRAME for a, b in zip(window.bounds[:2], window.place[:2])):
                         return window
             return None
 

@@ -3,16 +3,55 @@
 #include <QAbstractItemView>
 #include <QAccessibleWidget>
 #include <QComboBox>
+#include <algorithm>
+#include <vector>
 
 #include "platform/qt/label.h"
 
 namespace platform {
 namespace {
 
+// A window with what its user can name: no outlines, no ornaments.
+class AccessibleForm : public QAccessibleWidget {
+ public:
+    explicit AccessibleForm(FormWidget& form)
+        : QAccessibleWidget(&form, (form.windowFlags() & Qt::FramelessWindowHint) != 0
+                                       ? QAccessible::Window
+                                       : QAccessible::Dialog) {}
+
+    int childCount() const override { return static_cast<int>(Children().size()); }
+    QAccessibleInterface* child(int index) const override {
+        const auto children = Children();
+        return index >= 0 && index < static_cast<int>(children.size())
+                   ? children[static_cast<std::size_t>(index)]
+                   : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface* child) const override {
+        const auto children = Children();
+        const auto found = std::ranges::find(children, child);
+        return found == children.end() ? -1 : static_cast<int>(found - children.begin());
+    }
+
+ private:
+    std::vector<QAccessibleInterface*> Children() const {
+        std::vector<QAccessibleInterface*> children;
+        for (int i = 0; i < QAccessibleWidget::childCount(); ++i) {
+            QAccessibleInterface* child = QAccessibleWidget::child(i);
+            if (child->role() != QAccessible::Graphic || !child->text(QAccessible::Name).isEmpty())
+                children.push_back(child);
+        }
+        return children;
+    }
+};
+
+QAccessible::Role RoleOf(const Label::Style& style) {
+    if (style.Button) return QAccessible::Button;
+    return style.Status ? QAccessible::StatusBar : QAccessible::StaticText;
+}
+
 class AccessibleLabel : public QAccessibleWidget {
  public:
-    explicit AccessibleLabel(LabelWidget& label)
-        : QAccessibleWidget(&label, label.Style().Button ? QAccessible::Button : QAccessible::StaticText) {}
+    explicit AccessibleLabel(LabelWidget& label) : QAccessibleWidget(&label, RoleOf(label.Style())) {}
 
     QString text(QAccessible::Text kind) const override {
         return kind == QAccessible::Name ? Label().Parsed().Text : QAccessibleWidget::text(kind);
@@ -42,6 +81,13 @@ class AccessibleList : public QAccessibleWidget {
         if (kind == QAccessible::Value || kind == QAccessible::Description) return List().currentText();
         return QAccessibleWidget::text(kind);
     }
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.expandable = true;
+        state.expanded = List().view()->isVisible();
+        state.collapsed = !state.expanded;
+        return state;
+    }
     int childCount() const override { return 1; }
     QAccessibleInterface* child(int index) const override {
         return index == 0 ? QAccessible::queryAccessibleInterface(List().view()) : nullptr;
@@ -63,6 +109,13 @@ class AccessibleList : public QAccessibleWidget {
 QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
     if (auto* label = dynamic_cast<LabelWidget*>(object)) return new AccessibleLabel(*label);
     if (auto* list = qobject_cast<QComboBox*>(object)) return new AccessibleList(*list);
+    if (auto* form = dynamic_cast<FormWidget*>(object)) return new AccessibleForm(*form);
+    // What else a form holds that is no widget of the toolkit's own is drawn: a picture or an outline.
+    auto* widget = qobject_cast<QWidget*>(object);
+    if (widget != nullptr && widget->metaObject() == &QWidget::staticMetaObject &&
+        dynamic_cast<FormWidget*>(widget->parent()) != nullptr) {
+        return new QAccessibleWidget(widget, QAccessible::Graphic);
+    }
     return nullptr;
 }
 

@@ -6,8 +6,8 @@ class QString;
 
 namespace platform {
 
-// Tells assistive technology what a label is: a text, or a button with a press action. Nothing for other
-// objects.
+// Tells assistive technology what a form is and what is in it, and what its labels, lists and pictures are.
+// Nothing for other objects.
 QAccessibleInterface* MakeAccessible(const QString& className, QObject* object);
 
 }  // namespace platform

@@ -191,6 +191,8 @@ void Form::SetBackColor(Color color) {
     native_->Widget->setPalette(palette);
 }
 
+void Form::SetSpokenName(std::string_view name) { native_->Widget->setAccessibleName(ToQString(name)); }
+
 float Form::Left() const { return native_->Widget->Left(); }
 float Form::Top() const { return native_->Widget->Top(); }
 float Form::Height() const { return native_->Height; }

@@ -159,4 +159,10 @@ void Control::SetColors(const Colors& colors) {
 
 void Control::SetFont(const Font& font) { native_->Widget->setFont(ToQFont(font)); }
 
+void Control::SetSpokenName(std::string_view name) { native_->Widget->setAccessibleName(ToQString(name)); }
+
+void Control::SetDescription(std::string_view text) {
+    native_->Widget->setAccessibleDescription(ToQString(text));
+}
+
 }  // namespace platform
