@@ -132,25 +132,27 @@ def find_and_read(window, name, table):
 
 def walk_by_keys(ear, window, ring, keys):
     """Tab goes round and back, access keys lead where they say, and each arrival is told."""
+    takers = [control for control in window.controls() if control.has(Atspi.StateType.FOCUSABLE)]
+    focus = lambda: [control.name for control in takers if control.focused]
     window.activate()
-    wait_for("the focus", lambda: window.focus)
+    wait_for("the focus", focus)
     for key, to in keys.items():
         to = ring[to] if isinstance(to, int) else to
-        if window.focus == [to]:
+        if focus() == [to]:
             press("Tab")
-            wait_for("the focus to leave", lambda: len(ring) == 1 or window.focus != [to])
+            wait_for("the focus to leave", lambda: len(ring) == 1 or focus() != [to])
         press(f"alt+{key}")
-        expect(f"the focus after Alt+{key} in {window.name}", lambda: window.focus, [to])
+        expect(f"the focus after Alt+{key} in {window.name}", focus, [to])
     if len(ring) < 2:
         return
-    start = ring.index(window.focus[0])
+    start = ring.index(focus()[0])
     for keys, step in ("Tab", 1), ("shift+Tab", -1):
         for i in range(1, len(ring) + 1):
             ear.heard.clear()
             press(keys)
             there = ring[(start + step * i) % len(ring)]
             ear.expect("state-changed:focused", there)
-            expect(f"the focus after {keys} in {window.name}", lambda: window.focus, [there])
+            expect(f"the focus after {keys} in {window.name}", focus, [there])
 
 
 class Desk:
@@ -262,13 +264,12 @@ def use_stats(desk):
 
     table = COUNTER[3].replace("label: OK", "label: " + counted_pool(desk))
     counter = desk.take((*COUNTER[:3], table, *COUNTER[4:]))
-    named = lambda role, pattern, stat: next(c for c in counter.controls() if (c.role, c.description) == (
-        role, stat) and re.fullmatch(pattern, c.name))
+    cells = {(c.description, outline(c.name)): c for c in counter.controls()}
     for stat in STATISTICS.split(" | "):
-        value = named("label", r"\d+", stat)
+        value = cells[stat, "#"]
         before = int(value.name)
         for sign, now in ("+", before + 1), ("-", before):
-            named("push button", re.escape(sign), stat).act()
+            cells[stat, sign].act()
             expect(f"{stat} after {sign}", lambda: int(value.name), now)
             desk.ear.expect("property-change:accessible-name", str(now))
     changes("the sheet", lambda: counter.box("Result").text, counter.button("Randomize").act)

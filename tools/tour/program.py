@@ -74,6 +74,8 @@ class Window(Control):
         super().__init__(accessible)
         self.number = number
 
+    title = property(lambda self: xdotool("getwindowname", self.number))
+
     @property
     def bounds(self):
         """Left, top, width and height by the display server."""
@@ -163,7 +165,7 @@ class Program:
                 # place, give or take its frame.
                 for number in reversed(numbers):
                     window = Window(control.accessible, number)
-                    if xdotool("getwindowname", number) == title and window.bounds[2:] == window.place[2:] and \
+                    if window.title == title and window.bounds[2:] == window.place[2:] and \
                             all(abs(a - b) < FRAME for a, b in zip(window.bounds[:2], window.place[:2])):
                         return window
             return None

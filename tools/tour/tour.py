@@ -97,7 +97,7 @@ def frmDice(walk, window):
     window.button("x").click()
     expect("the windows on the screen", walk.program.window_numbers, [walk.launcher.number])
     walk.press_launcher("Dice Roller")
-    again = walk.program.window(window.name, "Roll Dice !")
+    again = walk.program.window(window.title, "Roll Dice !")
     expect("the roll after closing and opening", lambda: (again.box("Result").text, again.bounds), (rolled, place))
 
 

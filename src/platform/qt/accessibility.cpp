@@ -35,8 +35,10 @@ class AccessibleForm : public QAccessibleWidget {
  private:
     std::vector<QAccessibleInterface*> Children() const {
         std::vector<QAccessibleInterface*> children;
-        for (int i = 0; i < QAccessibleWidget::childCount(); ++i) {
-            QAccessibleInterface* child = QAccessibleWidget::child(i);
+        for (QObject* object : widget()->children()) {
+            auto* inside = qobject_cast<QWidget*>(object);
+            if (inside == nullptr || inside->isWindow()) continue;
+            QAccessibleInterface* child = QAccessible::queryAccessibleInterface(inside);
             if (child->role() != QAccessible::Graphic || !child->text(QAccessible::Name).isEmpty())
                 children.push_back(child);
         }
