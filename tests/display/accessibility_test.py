@@ -217,6 +217,13 @@ def use_dice(desk):
     window.button("Copy Result").act()
     expect("the copied roll", clipboard, window.box("Result").text.replace("\n", "\r\n"))
     use_list(window)
+    result = window.box("Result")
+    press("alt+r", "Down")  # a text that cannot be changed can be walked through
+    second = result.text.index("\n") + 1
+    expect("the place in the result", lambda: Atspi.Text.get_caret_offset(result.accessible), second)
+    press("shift+End")
+    expect("the selection", lambda: Atspi.Text.get_selection(result.accessible, 0).end_offset - second,
+           len(result.text.split("\n")[1]))
     desk.close(window, "Dice Roller", "Close", "x")
 
 

@@ -101,6 +101,8 @@ class TextArea : public QPlainTextEdit {
     TextArea(QWidget* parent, const TextBox::Style& style) : QPlainTextEdit(parent) {
         if (!style.Framed) setFrameShape(QFrame::NoFrame);
         setReadOnly(style.ReadOnly);
+        // Read line by line and selected without a pointer.
+        setTextInteractionFlags(textInteractionFlags() | Qt::TextSelectableByKeyboard);
         setTabChangesFocus(true);
         setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
