@@ -13,6 +13,7 @@ import tempfile
 import time
 
 PATIENCE = 10  # seconds until what should happen at once counts as not happening
+DENSITY = float(os.environ.get("QT_SCALE_FACTOR", 1))  # pixels of the screen in one of the program's
 
 
 class Failure(Exception):
@@ -93,7 +94,8 @@ def new_home():
         signal.signal(stop, lambda number, _: sys.exit(128 + number))
     prctl(PR_SET_CHILD_SUBREAPER, 1)
     home = pathlib.Path(tempfile.mkdtemp(prefix="orvane-desktop-"))
-    kept = {name: value for name, value in os.environ.items() if name == "PATH" or name.endswith("SAN_OPTIONS")}
+    kept = {name: value for name, value in os.environ.items()
+            if name in ("PATH", "QT_SCALE_FACTOR") or name.endswith("SAN_OPTIONS")}
     os.environ.clear()
     os.environ.update(kept, HOME=str(home), XDG_RUNTIME_DIR=str(home), LC_ALL="C.UTF-8", SDL_AUDIODRIVER="dummy")
     try:
@@ -107,7 +109,8 @@ def new_home():
 def desktop():
     """The desktop, on which every program comes up that is started inside. Gives the user's home."""
     with new_home() as home, open(home / "servers.log", "w") as log:
-        number = start_server(log, "Xvfb", "-displayfd", "{}", "-screen", "0", "1600x1200x24", "-noreset")
+        number = start_server(log, "Xvfb", "-displayfd", "{}", "-screen", "0",
+                              f"{round(1600 * DENSITY)}x{round(1200 * DENSITY)}x24", "-noreset")
         bus = start_server(log, "dbus-daemon", "--session", "--nofork", "--print-address={}",
                            f"--address=unix:path={home}/bus")
         os.environ.update(DISPLAY=f":{number}", DBUS_SESSION_BUS_ADDRESS=bus,

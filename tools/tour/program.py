@@ -11,7 +11,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
-from desktop import PATIENCE, Failure, expect, start, wait_for, xdotool
+from desktop import DENSITY, PATIENCE, Failure, expect, start, wait_for, xdotool
 
 
 FRAME = 50  # pixels that a window manager may put round a window
@@ -37,7 +37,7 @@ class Control:
 
     @property
     def place(self):
-        """Left, top, width and height on the screen."""
+        """Left, top, width and height on the screen, in the program's pixels."""
         box = self.accessible.get_extents(Atspi.CoordType.SCREEN)
         return box.x, box.y, box.width, box.height
 
@@ -53,7 +53,7 @@ class Control:
 
     def hover(self, *then):
         left, top, width, height = self.place
-        xdotool("mousemove", left + width // 2, top + height // 2, *then)
+        xdotool("mousemove", *(round(at * DENSITY) for at in (left + width // 2, top + height // 2)), *then)
 
     def click(self):
         self.hover("mousedown", 1, "mouseup", 1)
@@ -78,9 +78,9 @@ class Window(Control):
 
     @property
     def bounds(self):
-        """Left, top, width and height by the display server."""
+        """Left, top, width and height by the display server, in the program's pixels."""
         shell = dict(re.findall(r"(\w+)=(-?\d+)", xdotool("getwindowgeometry", "--shell", self.number)))
-        return tuple(int(shell[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+        return tuple(round(int(shell[name]) / DENSITY) for name in ("X", "Y", "WIDTH", "HEIGHT"))
 
     def find(self, role, name):
         found = [control for control in self.controls() if (control.role, control.name) == (role, name)]
@@ -111,7 +111,7 @@ class Window(Control):
 
     def move(self, left, top):
         """Moves the window as a window manager does."""
-        xdotool("windowmove", self.number, left, top)
+        xdotool("windowmove", self.number, round(left * DENSITY), round(top * DENSITY))
         wait_for(f"{self.name} to come to its place",
                  lambda: all(0 <= at - wanted < FRAME for at, wanted in zip(self.place[:2], (left, top))))
 

@@ -11,7 +11,7 @@ import re
 import tempfile
 import time
 
-from desktop import Failure, clipboard, desktop, enter, expect, main, press, xdotool
+from desktop import DENSITY, Failure, clipboard, desktop, enter, expect, main, press, xdotool
 from program import Program
 from walk_alignment import ask_edited_question, frmAling
 from walk_stats import frmStatsCounter, frmStatsGenerator
@@ -110,7 +110,7 @@ def drag(window, title):
     xdotool("mousedown", 1)
     # What is less than a pixel adds up: in the last two events 7 and 6 fifteenths to the right.
     for (right, down), moved in ((30, 0), (2, 0)), ((9, 15), (2, 1)), ((8, 30), (3, 3)):
-        xdotool("mousemove", x + right, y + down)
+        xdotool("mousemove", x + round(right * DENSITY), y + round(down * DENSITY))
         expect("the dragged window", lambda: window.bounds[:2], (left + moved[0], top + moved[1]))
     xdotool("mouseup", 1)
     title.hover()
