@@ -14,10 +14,9 @@ from program import Atspi, Program
 warnings.simplefilter("ignore", DeprecationWarning)  # newer names of what older systems have too
 
 STATISTICS = "Strength | Agility | Constitution | Wisdom | Inteligence | Magic | Charisma | Perception | Luck"
-HELP = "Instructions"
-# Of each window: how it is opened, its title on the display server and a button of its own; what is in it, in
-# the order of the rows; the ring of Tab, from where the focus is at first; the access keys and where they lead.
-# "#" is a number, and what follows the first word of a long text is left out.
+# Of each window: a button of its own, its titles on the display server and to assistive technology, what is in
+# it, the ring of Tab, and where in that the access keys lead. "#" is a number; of an answer and of the
+# instructions only the start counts, and "¦" is the bar of a caption.
 LAUNCHER = ("Exit", "Orvane Stats Generator", "Orvane Utilities", """
     image: Logo; label: Orvane Utilities; push button: _ | x; image: Orvane
     push button: Stats Min/Max Generator | Dice Roller | Stats Counter | Alingments | Dice Reverse | Weapons | Exit
@@ -174,14 +173,12 @@ class Desk:
         self.launcher.button(button).act()
         return self.take(row)
 
-    def roll(self, window):
-        full = window.bounds[3]
-        for glyph, after, height in ("_", "=", 32), ("=", "_", None):
+    @staticmethod
+    def roll(window):
+        full = 321 if window.name == METER[2] else window.bounds[3]
+        for glyph, height in ("_", 32), ("=", full):
             window.button(glyph).act()
-            window.button(after)
-            if height:
-                expect(f"{window.name} rolled up", lambda: window.bounds[3], height)
-        return full
+            expect(f"{window.name} after {glyph!r}", lambda: window.bounds[3], height)
 
     def close(self, window, opener, *buttons):
         """Each way away, and back by the launcher."""
@@ -326,7 +323,6 @@ def check(path):
         desk = Desk(Program(path, home))
         desk.launcher.button("Dice Roller").hover()
         desk.ear.expect("property-change:accessible-name", "Will roll your favourite dice like 3D5-3")
-        desk.launcher.status
         for use in use_dice, use_range, use_stats, use_weapons:
             use(desk)
         use_meter(desk, home)
