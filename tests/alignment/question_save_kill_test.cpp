@@ -125,13 +125,14 @@ void QuestionSave::KillEverywhere(bool withOldFile) {
         newOnes += isNew ? 1 : 0;
 
         // Nobody can tidy up behind a killed process at once, but what it leaves is out of sight, is not more
-        // than one file and stops no later save.
+        // than one file and goes with the next save.
         const auto left = Beside();
         ASSERT_LE(left.size(), 1U);
         strays += static_cast<int>(left.size());
         for (const std::string& name : left) EXPECT_TRUE(name.starts_with('.')) << name;
         Save("later");
         ASSERT_TRUE(BytesOf(File) == laterBytes);
+        ASSERT_EQ(Beside(), std::set<std::string>());
     }
     EXPECT_GT(newOnes, 0);
     EXPECT_LT(newOnes, whole.Stops);

@@ -1,6 +1,11 @@
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include <functional>
 
 #include "platform/profile.h"
 #include "platform/profile_fixture.h"
@@ -103,6 +108,61 @@ TEST_F(ProfileFileTest, ADiskThatFillsUpCostsNothing) {
         EXPECT_EQ(BytesOf(File), "old");
         EXPECT_EQ(CountIn(Folder), 1);
     }
+}
+
+TEST_F(ProfileFileTest, TakesAwayOnlyWhatAKilledSaveLeft) {
+    const Path usual = Folder / ".orvane-save";
+    Put(usual, "left");
+    const int other = open(usual.c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(other, LOCK_EX), 0);
+    EXPECT_TRUE(ReplaceProfileFile(File, "1"));
+    EXPECT_EQ(BytesOf(usual), "left") << "another process is still writing it";
+    close(other);
+    EXPECT_TRUE(ReplaceProfileFile(File, "2"));
+    EXPECT_EQ(CountIn(Folder), 1);
+
+    Put(Folder / "mine", "precious");
+    const std::function<void()> obstacles[] = {
+        [&] { std::filesystem::create_directory(usual); },
+        [&] { ASSERT_EQ(mkfifo(usual.c_str(), 0600), 0); },
+        [&] { std::filesystem::create_symlink("mine", usual); },
+    };
+    for (const auto& put : obstacles) {
+        put();
+        const auto type = std::filesystem::symlink_status(usual).type();
+        Put(File, "old");
+        EXPECT_TRUE(ReplaceProfileFile(File, "new"));
+        EXPECT_EQ(BytesOf(File), "new");
+        EXPECT_EQ(BytesOf(Folder / "mine"), "precious");
+        EXPECT_EQ(std::filesystem::symlink_status(usual).type(), type);
+        std::filesystem::remove(usual);
+        EXPECT_EQ(CountIn(Folder), 2);
+    }
+}
+
+TEST_F(ProfileFileTest, ProcessesThatSaveAtOnceEachSaveAWholeFile) {
+    constexpr int kSaves = 300;
+    Put(File, std::string(5000, 'a'));
+    pid_t savers[3];
+    for (pid_t& saver : savers) {
+        saver = fork();
+        if (saver != 0) continue;
+        int saved = 0;
+        for (int i = 0; i < kSaves; ++i) {
+            const char mark = static_cast<char>('a' + (&saver - savers) * 8 + i % 8);
+            saved += ReplaceProfileFile(File, std::string(5000, mark)) ? 1 : 0;
+        }
+        _exit(saved == kSaves ? 0 : 1);
+    }
+    for (const pid_t saver : savers) {
+        int status = 0;
+        while (waitpid(saver, &status, WNOHANG) == 0) {
+            const std::string bytes = ReadProfileFile(File).Bytes;
+            ASSERT_TRUE(bytes == std::string(5000, bytes.empty() ? '?' : bytes.front()));
+        }
+        EXPECT_EQ(status, 0) << "a save failed";
+    }
+    EXPECT_EQ(CountIn(Folder), 1);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -51,13 +52,25 @@ class NoSizeSignal {
 // A file beside the one that it is to replace. It is gone again unless it has taken that one's place.
 class NewFile {
  public:
-    NewFile(const Path& folder, mode_t mode) : path_(folder / UnusedName()) {
-        file_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
+    NewFile(const Path& folder, mode_t mode) {
+        // Under the usual name the next save finds what a killed one has left. Where another process is
+        // saving, or something else lies at that name, any other name does.
+        const std::string usual = ".orvane-save";
+        for (const std::string& name : {usual, usual, UnusedName()}) {
+            path_ = folder / name;
+            RemoveLeftOver();
+            file_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
+            if (file_ < 0) continue;
+            // The lock tells others that the file is no left-over. One of them may have been quicker.
+            const bool taken = ::flock(file_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+            if (!taken && IsAtPath(file_)) return;
+            ::close(std::exchange(file_, -1));
+        }
     }
     ~NewFile() {
         if (file_ < 0) return;
-        ::close(file_);
         ::unlink(path_.c_str());
+        ::close(file_);
     }
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
@@ -90,6 +103,22 @@ class NewFile {
     }
 
  private:
+    bool IsAtPath(int file) const {
+        struct stat opened {};
+        struct stat found {};
+        return ::fstat(file, &opened) == 0 && ::lstat(path_.c_str(), &found) == 0 &&
+               opened.st_dev == found.st_dev && opened.st_ino == found.st_ino;
+    }
+
+    // A file whose maker lives is locked by it.
+    void RemoveLeftOver() const {
+        struct stat found {};
+        if (::lstat(path_.c_str(), &found) != 0 || !S_ISREG(found.st_mode)) return;
+        const Descriptor left(
+            ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY));
+        if (left >= 0 && ::flock(left, LOCK_EX | LOCK_NB) == 0 && IsAtPath(left)) ::unlink(path_.c_str());
+    }
+
     // Fixed in length, so that it fits wherever the name of the old file does.
     static std::string UnusedName() {
         std::uint64_t number = 0;
