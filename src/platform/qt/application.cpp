@@ -32,6 +32,8 @@ Application::Application(int& argumentCount, char** arguments) {
     QCoreApplication::setApplicationName("orvane-utilities");
     QGuiApplication::setDesktopFileName("orvane-utilities");
     application = new QApplication(argumentCount, arguments);
+    // The toolkit calls exit when the display goes away. Forms that were taken down then would reach for it.
+    std::atexit([] { std::_Exit(EXIT_FAILURE); });
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QAccessible::installFactory(MakeAccessible);
 }

@@ -12,6 +12,7 @@
 #include <limits>
 
 #include "platform/controls.h"
+#include "platform/qt/paste_guard.h"
 #include "platform/qt/theme_style.h"
 #include "platform/qt/toolkit.h"
 
@@ -137,8 +138,10 @@ TextBox::TextBox(Form& form, std::string_view name, const Rect& place, const Sty
     const auto changed = [this] {
         if (Change) Change();
     };
+    Toolkit().Widget->installEventFilter(&PasteGuard::Instance());
     if (auto* area = qobject_cast<QPlainTextEdit*>(Toolkit().Widget)) {
         Toolkit().WatchViewport(area->viewport());
+        area->viewport()->installEventFilter(&PasteGuard::Instance());
         QObject::connect(area, &QPlainTextEdit::textChanged, &Toolkit(), changed);
     } else {
         QObject::connect(static_cast<QLineEdit*>(Toolkit().Widget), &QLineEdit::textChanged, &Toolkit(),
