@@ -9,6 +9,9 @@
 #include "platform/qt/accessibility.h"
 #include "platform/qt/toolkit.h"
 
+// Last, since its macros take common names.
+#include <X11/Xlib.h>
+
 namespace platform {
 namespace {
 
@@ -32,8 +35,10 @@ Application::Application(int& argumentCount, char** arguments) {
     QCoreApplication::setApplicationName("orvane-utilities");
     QGuiApplication::setDesktopFileName("orvane-utilities");
     application = new QApplication(argumentCount, arguments);
-    // The toolkit calls exit when the display goes away. Forms that were taken down then would reach for it.
+    // When the display goes away the toolkit says so and calls exit, or the library below it does. Forms that
+    // were taken down then would reach for the display.
     std::atexit([] { std::_Exit(EXIT_FAILURE); });
+    XSetIOErrorHandler([](Display*) -> int { std::_Exit(EXIT_FAILURE); });
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QAccessible::installFactory(MakeAccessible);
 }
