@@ -148,6 +148,7 @@ void ProfileText::Parse(std::string text) {
     text_ = std::move(text);
     opened_.clear();
     added_.clear();
+    behind_.clear();
     last_ = nullptr;
     sections_ = IndexOf(text_, SectionName);
 }
@@ -155,6 +156,7 @@ void ProfileText::Parse(std::string text) {
 ProfileText::Section* ProfileText::FindSection(std::string_view name) {
     if (last_ != nullptr && lastName_ == name) return last_;
     const std::string foldedName = FoldedCase(name);
+    if (behind_.contains(foldedName)) Parse(Joined());
     auto begin = Find(text_, sections_, SectionName, foldedName);
     if (const auto added = added_.find(foldedName); !begin && added != added_.end()) begin = added->second;
     if (!begin) return nullptr;
@@ -177,7 +179,7 @@ std::string ProfileText::Joined() const {
     std::size_t done = 0;
     for (const auto& [begin, section] : opened_) {
         if (!section.Text) continue;
-        joined.append(text_, done, begin - done).append(*section.Text);
+        joined.append(text_, done, begin - done).append(*section.Text).append(section.Behind);
         done = section.End;
     }
     return joined.append(text_, done);
@@ -192,6 +194,18 @@ std::string ProfileText::Value(std::string_view section, std::string_view key) {
     if (!found->Keys) found->Keys = IndexOf(text, KeyName);
     const auto line = Find(text, *found->Keys, KeyName, FoldedCase(ToUtf8(Trimmed(key))));
     return line ? std::string(ValueOf(LineAt(text, *line).Text)) : std::string();
+}
+
+void ProfileText::SplitOff(Section& section) {
+    const std::size_t end = SectionEnd(*section.Text, 0);
+    const std::string behind = section.Text->substr(end);
+    for (std::size_t begin = 0; begin < behind.size();) {
+        const Line line = LineAt(behind, begin);
+        if (const auto name = SectionName(line.Text)) behind_.insert(FoldedCase(*name));
+        begin = line.End;
+    }
+    section.Text->resize(end);
+    section.Behind.insert(0, behind);
 }
 
 ProfileText::Section* ProfileText::AddSection(std::string_view name) {
@@ -219,6 +233,8 @@ bool ProfileText::SetValue(std::string_view section, std::string_view key,
         if (!value) return true;
         found = AddSection(sectionName);
     }
+    lastName_ = sectionName;
+    last_ = found;
     if (!found->Text) found->Text = text_.substr(found->Begin, found->End - found->Begin);
     found->Keys.reset();
     if (!value) {
@@ -228,8 +244,9 @@ bool ProfileText::SetValue(std::string_view section, std::string_view key,
     }
     const std::string text = ToUtf8(*value);
     PutKey(*found->Text, keyName, text, lineEnd_);
-    // Further lines of a value are lines like any other, so a header among them opens a section.
-    if (SectionEnd(text, 0) < text.size()) Parse(Joined());
+    // Further lines of a value are lines like any other, so a header among them opens a section. That changes
+    // nothing for the others but those of its name, so nothing is read anew until somebody asks for one.
+    if (SectionEnd(text, 0) < text.size()) SplitOff(*found);
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,6 +58,7 @@ class ProfileText {
         std::size_t Begin = 0;
         std::size_t End = 0;                // where it lies in text_
         std::optional<std::string> Text{};  // in place of what text_ holds, header included
+        std::string Behind{};               // more sections, that came to light when a value was set
         std::optional<Index> Keys{};
     };
 
@@ -69,6 +71,7 @@ class ProfileText {
     Section* FindSection(std::string_view name);
     Section* AddSection(std::string_view name);
     Section* Open(std::size_t begin);
+    void SplitOff(Section& section);
     std::string Joined() const;
 
     bool marked_ = false;  // by a byte-order mark
@@ -78,6 +81,7 @@ class ProfileText {
     Index sections_;
     std::map<std::string, std::size_t> added_;  // sections that came later, by folded name
     std::map<std::size_t, Section> opened_;     // by their begin
+    std::set<std::string> behind_;              // the folded names of sections that lie behind opened ones
     std::string lastName_;                      // callers ask for the keys of a section in one go
     Section* last_ = nullptr;
 };
