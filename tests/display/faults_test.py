@@ -116,10 +116,9 @@ class Session:
         return f"Exit {took * 1000:.0f} ms"
 
     def expect_nothing_left(self):
-        for link in pathlib.Path("/proc").glob("[0-9]*/exe"):
-            with contextlib.suppress(OSError):
-                if link.resolve() == self.path:
-                    raise Failure(f"the process {link.parent.name} is left")
+        for child in children():
+            if pathlib.Path(f"/proc/{child}/exe").resolve() == self.path:
+                raise Failure(f"the process {child} is left")
 
     def expect_quiet_end(self, code):
         started = time.monotonic()

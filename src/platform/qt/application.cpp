@@ -35,15 +35,15 @@ Application::Application(int& argumentCount, char** arguments) {
     QCoreApplication::setApplicationName("orvane-utilities");
     QGuiApplication::setDesktopFileName("orvane-utilities");
     application = new QApplication(argumentCount, arguments);
-    // When the display goes away the toolkit says so and calls exit, or the library below it does. Forms that
-    // were taken down then would reach for the display.
-    std::atexit([] { std::_Exit(EXIT_FAILURE); });
-    XSetIOErrorHandler([](Display*) -> int { std::_Exit(EXIT_FAILURE); });
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QAccessible::installFactory(MakeAccessible);
 }
 
 void Application::Run() {
+    // When the display goes away the toolkit says so and calls exit, or the library below it does. Forms that
+    // were taken down then would reach for the display.
+    std::atexit([] { std::_Exit(EXIT_FAILURE); });
+    XSetIOErrorHandler([](Display*) -> int { std::_Exit(EXIT_FAILURE); });
     const int result = QApplication::exec();
     // Taking the toolkit down hands the clipboard over. What is left, a sound and its thread, ends with the
     // process.
