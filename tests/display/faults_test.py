@@ -117,8 +117,9 @@ class Session:
 
     def expect_nothing_left(self):
         for child in children():
-            if pathlib.Path(f"/proc/{child}/exe").resolve() == self.path:
-                raise Failure(f"the process {child} is left")
+            with contextlib.suppress(OSError):  # it has just ended
+                if pathlib.Path(f"/proc/{child}/exe").resolve() == self.path:
+                    raise Failure(f"the process {child} is left")
 
     def expect_quiet_end(self, code):
         started = time.monotonic()

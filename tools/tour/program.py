@@ -1,6 +1,7 @@
 """The program under test as a user meets it: a process with windows, and in these what assistive technology
 reads."""
 
+import contextlib
 import os
 import pathlib
 import re
@@ -174,7 +175,11 @@ class Program:
 
     def open_files(self):
         """What the process holds open: paths of files and pipes, and the kinds of the rest."""
-        return [os.readlink(file) for file in pathlib.Path(f"/proc/{self.process.pid}/fd").iterdir()]
+        found = []
+        for file in pathlib.Path(f"/proc/{self.process.pid}/fd").iterdir():
+            with contextlib.suppress(FileNotFoundError):  # closed meanwhile
+                found.append(os.readlink(file))
+        return found
 
     def expect_end(self, seconds=PATIENCE):
         wait_for("the end of the program", lambda: self.process.poll() is not None, seconds)
