@@ -91,6 +91,8 @@ def check_states(path, home, seconds):
     session.launcher.activate()
     xdotool("mousemove", 1500, 1100)
     expect_idle("all tools open and used", session.program, home, seconds)
+    # Caches of a toolkit are looked through as late as that.
+    expect_idle("half a minute later", session.program, home, 30, counts=False)
     for window in windows:
         window.activate()
         window.button("x").click()

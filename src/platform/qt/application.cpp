@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMessageBox>
+#include <QPixmapCache>
 #include <cstdlib>
 
 #include "platform/qt/accessibility.h"
@@ -35,6 +36,8 @@ Application::Application(int& argumentCount, char** arguments) {
     QCoreApplication::setApplicationName("orvane-utilities");
     QGuiApplication::setDesktopFileName("orvane-utilities");
     application = new QApplication(argumentCount, arguments);
+    // The cache of pictures wakes the program up half a minute after its last use, to look for old ones.
+    QPixmapCache::setCacheLimit(0);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QAccessible::installFactory(MakeAccessible);
 }
