@@ -462,7 +462,8 @@ def with_own_mounts():
     if "own" in sys.argv:
         return True
     for words in ["unshare", "--mount"], ["unshare", "--mount", "--map-root-user"]:
-        if subprocess.run([*words, "mount", "-t", "tmpfs", "none", "/mnt"], capture_output=True).returncode == 0:
+        trial = [*words, "mount", "-t", "tmpfs", "none", "/mnt"]
+        if subprocess.run(trial, capture_output=True).returncode == 0:
             os.execvp(words[0], [*words, sys.executable, "-B", *sys.argv, "own"])
     return False
 
