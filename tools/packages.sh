@@ -10,7 +10,8 @@ declare -A PACKAGES=(
     [idle]="strace"
     [measure]="libbenchmark-dev pkg-config python3-xlib xauth xvfb"
     [code]="binutils clang-format clang-tidy cppcheck"
-    [test]="libgtest-dev weston xfce4-settings xwayland"
+    [test]="libgtest-dev weston x11-xserver-utils xfce4-settings xwayland"
+    [desktops]="i3-wm mutter python3-xlib x11-xserver-utils xfce4-settings xfwm4"
 )
 
 # need PURPOSE...: installs what is missing for these purposes. Nothing missing: the network is left alone.

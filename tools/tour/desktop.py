@@ -106,8 +106,9 @@ def new_home():
 
 
 @contextlib.contextmanager
-def desktop():
-    """The desktop, on which every program comes up that is started inside. Gives the user's home."""
+def desktop(*manager):
+    """The desktop, on which every program comes up that is started inside. Gives the user's home. A window
+    manager other than the usual one, by its command, may need some time yet."""
     with new_home() as home, open(home / "servers.log", "w") as log:
         number = start_server(log, "Xvfb", "-displayfd", "{}", "-screen", "0",
                               f"{round(1600 * DENSITY)}x{round(1200 * DENSITY)}x24", "-noreset")
@@ -115,8 +116,8 @@ def desktop():
                            f"--address=unix:path={home}/bus")
         os.environ.update(DISPLAY=f":{number}", DBUS_SESSION_BUS_ADDRESS=bus,
                           QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-        start("openbox", "--sm-disable", "--startup", f"touch {home}/managed", stdout=log, stderr=log)
-        wait_for("the window manager", (home / "managed").exists)
+        start(*manager or ("openbox", "--sm-disable", "--startup", f"touch {home}/managed"), stdout=log, stderr=log)
+        wait_for("the window manager", lambda: manager or (home / "managed").exists())
         yield home
 
 

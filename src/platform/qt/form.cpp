@@ -10,6 +10,7 @@
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/qt/toolkit.h"
 
@@ -97,6 +98,15 @@ void FormWidget::MoveTo(float left, float top) {
     placing_ = false;
 }
 
+void FormWidget::Centre() {
+    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr) return;
+    const QRect area = screen->geometry();
+    MoveTo(static_cast<float>(area.x() + (area.width() - width()) / 2) * kTwipsPerPixel,
+           static_cast<float>(area.y() + (area.height() - height()) / 2) * kTwipsPerPixel);
+}
+
 // A display server answers each move later, so a report of a position asked for some moves ago is no news.
 void FormWidget::moveEvent(QMoveEvent* event) {
     if (placing_) return;
@@ -109,8 +119,16 @@ void FormWidget::moveEvent(QMoveEvent* event) {
         return;
     }
     if (event->pos() == QPoint(ToPixels(left_), ToPixels(top_))) return;
+    // A tiling window manager puts a new window off by the frame that it takes away again.
+    if (now < std::exchange(settledAt_, {})) return MoveTo(left_, top_);
     left_ = static_cast<float>(event->pos().x()) * kTwipsPerPixel;
     top_ = static_cast<float>(event->pos().y()) * kTwipsPerPixel;
+}
+
+// From then on a move is the user's.
+void FormWidget::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange) settledAt_ = {};
+    QWidget::changeEvent(event);
 }
 
 // What a press or a menu began ends with the window.
@@ -130,7 +148,13 @@ void FormWidget::closeEvent(QCloseEvent* event) {
 void FormWidget::ShowAgain() {
     if (!isVisible()) {
         // A window manager would place a window that comes back as if it were new.
-        if (shownBefore_) move(ToPixels(left_), ToPixels(top_));
+        const QRect place({ToPixels(left_), ToPixels(top_)}, size());
+        if (shownBefore_) move(place.topLeft());
+        // The screen that it stood on may have gone meanwhile.
+        const auto shows = [&](const QScreen* screen) { return screen->geometry().intersects(place); };
+        if (shownBefore_ && std::ranges::none_of(QGuiApplication::screens(), shows)) Centre();
+        if (testAttribute(Qt::WA_Moved))
+            settledAt_ = std::chrono::steady_clock::now() + std::chrono::seconds(1);
         if (focusWidget() == nullptr) QWidget::focusNextPrevChild(true);
     }
     setWindowState(windowState() & ~Qt::WindowMinimized);
@@ -167,16 +191,7 @@ void Form::StayOnTop() {
     if (visible) native_->Widget->show();
 }
 
-void Form::Centre() {
-    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (screen == nullptr) screen = QGuiApplication::primaryScreen();
-    if (screen == nullptr) return;
-    const QRect area = screen->geometry();
-    const QSize size = native_->Widget->size();
-    native_->Widget->MoveTo(
-        static_cast<float>(area.x() + (area.width() - size.width()) / 2) * kTwipsPerPixel,
-        static_cast<float>(area.y() + (area.height() - size.height()) / 2) * kTwipsPerPixel);
-}
+void Form::Centre() { native_->Widget->Centre(); }
 
 void Form::SetIcon(std::string_view picture) {
     QIcon icon;

@@ -92,6 +92,7 @@ class FormWidget : public QWidget {
 
     void Orphan() { form_ = nullptr; }
     void MoveTo(float left, float top);
+    void Centre();
     float Left() const { return left_; }
     float Top() const { return top_; }
     void ShowAgain();
@@ -101,6 +102,7 @@ class FormWidget : public QWidget {
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
@@ -120,6 +122,7 @@ class FormWidget : public QWidget {
     std::deque<Request> requested_;  // positions that the desktop may still report, oldest first
     bool placing_ = false;
     bool shownBefore_ = false;
+    std::chrono::steady_clock::time_point settledAt_;  // until then the desktop's place is not the user's
 };
 
 }  // namespace platform
