@@ -172,12 +172,13 @@ def check_drag(desk, window):
     first = window.bounds
     xdotool("mousedown", 1, *(word for i in range(300) for word in ("mousemove", x + 1 + i, y + 1 + i // 2, "sleep", 0.002)),
             "mouseup", 1)
-    time.sleep(0.5)
-    notes = [desk.server.display.next_event() for _ in range(desk.server.display.pending_events())]
+    notes, server = [], desk.server.display
+    while (time.sleep(0.5) or server.pending_events()):
+        notes += [server.next_event() for _ in range(server.pending_events())]
     moved = [(note.x, note.y) for note in notes if note.type == X.ConfigureNotify and (note.send_event or note.x)]
     back = [pair for pair in zip(moved, moved[1:]) if pair[1][0] < pair[0][0] or pair[1][1] < pair[0][1]]
     if back or not first[0] < window.bounds[0] <= first[0] + 300 or moved[-1:] != [window.bounds[:2]]:
-        raise Failure(f"from {first[:2]} over {moved} to {window.bounds[:2]}, backwards {back}")
+        raise Failure(f"from {first[:2]} to {window.bounds[:2]}, last seen at {moved[-1:]}, backwards {back}")
     desk.server.window(window.number).change_attributes(event_mask=0)
     title.click()
     if (rest := window.bounds[:2]) != moved[-1]:

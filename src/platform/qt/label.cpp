@@ -94,8 +94,7 @@ void LabelWidget::paintEvent(QPaintEvent*) {
     if (!style_.Transparent) painter.fillRect(rect(), palette().window());
     if (bordered_) {
         // One pixel inside the edge, where no outline of the window hides it.
-        painter.setPen(palette().color(QPalette::WindowText));
-        painter.drawRect(rect().adjusted(1, 1, -2, -2));
+        DrawOutline(painter, rect().adjusted(1, 1, -1, -1), palette().color(QPalette::WindowText));
     }
     const int margin = style_.Transparent ? 0 : 2;
     const QRect room = rect().adjusted(margin, 0, -margin, 0);

@@ -49,11 +49,9 @@ class OutlineWidget : public QWidget {
         QPainter painter(this);
         // An outline that reaches over the form's edge is closed on the edge.
         const int right = std::min(width(), parentWidget()->width() - x());
-        const int line = std::min({lineWidth_, right, height()});
-        painter.fillRect(0, 0, right, line, color_);
-        painter.fillRect(0, height() - line, right, line, color_);
-        painter.fillRect(0, 0, line, height(), color_);
-        painter.fillRect(right - line, 0, line, height(), color_);
+        const int outside = Outside();
+        DrawOutline(painter, QRect(0, 0, right, height()).adjusted(outside, outside, -outside, -outside),
+                    color_, outside);
     }
 
  private:

@@ -10,6 +10,8 @@
 #include <QStyleFactory>
 #include <QStyleOption>
 
+#include "platform/qt/toolkit.h"
+
 namespace platform {
 namespace {
 
@@ -47,7 +49,7 @@ class ThemeStyle : public QProxyStyle {
                        const QWidget* widget) const override {
         if (element == PE_Frame || element == PE_FrameMenu || element == PE_PanelMenu) {
             if (element == PE_PanelMenu) painter->fillRect(option->rect, option->palette.base());
-            return DrawFrame(option->rect, option->palette.color(QPalette::Mid), *painter);
+            return DrawOutline(*painter, option->rect, option->palette.color(QPalette::Mid));
         }
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
@@ -84,12 +86,6 @@ class ThemeStyle : public QProxyStyle {
     }
 
  private:
-    static void DrawFrame(const QRect& rect, const QColor& color, QPainter& painter) {
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(color);
-        painter.drawRect(rect.adjusted(0, 0, -1, -1));
-    }
-
     // A triangle that points down (or up), in the middle of a rectangle.
     static void DrawArrow(const QRect& rect, const QColor& color, bool down, QPainter& painter) {
         const QPointF middle = QRectF(rect).center();
@@ -105,15 +101,17 @@ class ThemeStyle : public QProxyStyle {
     void DrawList(const QStyleOptionComplex& option, QPainter& painter) const {
         const bool active = (option.state & State_HasFocus) != 0;
         painter.fillRect(option.rect, option.palette.base());
-        DrawFrame(option.rect, option.palette.color(active ? QPalette::Text : QPalette::Mid), painter);
+        DrawOutline(painter, option.rect, option.palette.color(active ? QPalette::Text : QPalette::Mid));
         const QRect arrow = subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, nullptr);
-        painter.fillRect(arrow.left() - 1, arrow.top() + 1, 1, arrow.height() - 2, option.palette.mid());
+        DrawOutline(painter, {arrow.left() - 1, arrow.top() + 1, 1, arrow.height() - 2},
+                    option.palette.color(QPalette::Mid));
         DrawArrow(arrow, option.palette.color(QPalette::Text), true, painter);
     }
 
     void DrawScrollBar(const QStyleOptionSlider& bar, QPainter& painter) const {
         painter.fillRect(bar.rect, bar.palette.base());
-        painter.fillRect(bar.rect.left(), bar.rect.top(), 1, bar.rect.height(), bar.palette.mid());
+        DrawOutline(painter, {bar.rect.left(), bar.rect.top(), 1, bar.rect.height()},
+                    bar.palette.color(QPalette::Mid));
         const bool movable = bar.maximum > bar.minimum;
         const QColor ink = bar.palette.color(movable ? QPalette::Text : QPalette::Mid);
         DrawArrow(proxy()->subControlRect(CC_ScrollBar, &bar, SC_ScrollBarSubLine, nullptr), ink, false,
@@ -134,8 +132,8 @@ class ThemeStyle : public QProxyStyle {
         const bool active = (box.state & State_HasFocus) != 0;
         painter.fillRect(box.rect, box.palette.window());
         const QRect square(box.rect.left() + 4, box.rect.center().y() - kSide / 2, kSide, kSide);
-        DrawFrame(square, active || (box.state & State_Sunken) != 0 ? text : box.palette.color(QPalette::Mid),
-                  painter);
+        DrawOutline(painter, square,
+                    active || (box.state & State_Sunken) != 0 ? text : box.palette.color(QPalette::Mid));
         if ((box.state & State_On) != 0) {
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(QPen(text, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));

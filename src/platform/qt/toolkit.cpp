@@ -4,6 +4,7 @@
 #include <QFontMetricsF>
 #include <QKeySequence>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPixmap>
 #include <QShortcut>
 #include <cmath>
@@ -36,6 +37,26 @@ QFont ToQFont(const Font& font) {
         result.setPixelSize(static_cast<int>(std::lround(font.Points * kPixelsPerPoint)));
     }
     return result;
+}
+
+void DrawOutline(QPainter& painter, const QRect& rect, const QColor& color, int outside) {
+    const QTransform toScreen = painter.deviceTransform();
+    // Rounding leaves at least this many of the screen's pixels to each.
+    const int line = static_cast<int>(painter.device()->devicePixelRatioF());
+    QRectF edge = toScreen.mapRect(QRectF(rect));
+    edge = QRectF(edge.topLeft().toPoint(), edge.bottomRight().toPoint());
+    if (rect.width() == 1) edge.setWidth(line);
+    if (rect.height() == 1) edge.setHeight(line);
+    const int out = line * outside;
+    const QRectF outer = edge.adjusted(-out, -out, out, out);
+    const qreal width = std::min<qreal>(line + out, outer.width());
+    const qreal height = std::min<qreal>(line + out, outer.height());
+    const QTransform back = toScreen.inverted();
+    for (const QRectF& side : {QRectF(outer.left(), outer.top(), outer.width(), height),
+                               QRectF(outer.left(), outer.bottom() - height, outer.width(), height),
+                               QRectF(outer.left(), outer.top(), width, outer.height()),
+                               QRectF(outer.right() - width, outer.top(), width, outer.height())})
+        painter.fillRect(back.mapRect(side), color);
 }
 
 QPixmap LoadPicture(std::string_view name, qreal density) {

@@ -18,6 +18,7 @@
 #include "platform/controls.h"
 #include "platform/form.h"
 
+class QPainter;
 class QShortcut;
 
 namespace platform {
@@ -30,6 +31,10 @@ std::string FromQString(QString text);
 
 QColor ToQColor(Color color);
 QFont ToQFont(const Font& font);
+
+// The outline of a rectangle, a pixel wide inside its edge and so many outside. On a screen of broken density
+// it is equally wide on all sides.
+void DrawOutline(QPainter& painter, const QRect& rect, const QColor& color, int outside = 0);
 
 // A picture of the program's own at the density of a screen.
 QPixmap LoadPicture(std::string_view name, qreal density);
