@@ -53,12 +53,20 @@ void DesktopCloses(std::string_view form);
 bool Shown(std::string_view form);
 // The shown windows of the program, message boxes included, by name or title.
 std::vector<std::string> ShownWindows();
+// The controls of a window, by name.
+std::vector<std::string> Controls(std::string_view form);
 platform::Rect Bounds(std::string_view form);
 platform::Rect Bounds(std::string_view form, std::string_view control);
 // What a user reads on a control: a caption without the mark of its access key, a text, a selected entry.
 std::string Text(std::string_view form, std::string_view control);
 // Whether a text of several lines can be read without scrolling, each line on one line.
 bool Whole(std::string_view form, std::string_view control);
+// The labels, text boxes, buttons and lists whose text, or an entry, is drawn beyond the control or too small
+// to read. A text box of several lines counts by the room for columns and lines of its font.
+std::vector<std::string> CutTexts(std::string_view form);
+bool RoomFor(std::string_view form, std::string_view control, int columns, int lines);
+// Whether a control and its text begin on the left.
+bool LeftToRight(std::string_view form, std::string_view control);
 // The control with the focus; empty if none has it.
 std::string Focus(std::string_view form);
 // The colours that are drawn on a part of the window, row by row, and at a place of it.

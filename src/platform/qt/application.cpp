@@ -39,6 +39,8 @@ Application::Application(int& argumentCount, char** arguments) {
     // The cache of pictures wakes the program up half a minute after its last use, to look for old ones.
     QPixmapCache::setCacheLimit(0);
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    // The windows are laid out for texts that run this way.
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
     QAccessible::installFactory(MakeAccessible);
 }
 

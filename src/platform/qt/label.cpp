@@ -40,21 +40,22 @@ QSizeF LayOut(QTextLayout& layout, const ParsedCaption& caption, qreal width, co
     return size;
 }
 
+bool Fits(const QFont& font, const ParsedCaption& caption, const QSize& room, const Label::Style& style) {
+    QTextLayout layout(caption.Text, font);
+    const QSizeF size = LayOut(layout, caption, room.width(), style);
+    return size.width() <= room.width() && (!style.Wrapped || size.height() <= room.height());
+}
+
 // The font in which the text stays whole: narrower first, then smaller. What a user cannot read at half the
 // width would not be helped by going on.
 QFont Fit(const QFont& font, const ParsedCaption& caption, const QSize& room, const Label::Style& style) {
     constexpr int kNarrowest = 72;
     QFont fitted = font;
-    const auto fits = [&] {
-        QTextLayout layout(caption.Text, fitted);
-        const QSizeF size = LayOut(layout, caption, room.width(), style);
-        return size.width() <= room.width() && (!style.Wrapped || size.height() <= room.height());
-    };
     for (int pixels = font.pixelSize(); pixels > 6; --pixels) {
         fitted.setPixelSize(pixels);
         for (int stretch = 100; stretch >= kNarrowest; stretch -= 4) {
             fitted.setStretch(stretch);
-            if (fits()) return fitted;
+            if (Fits(fitted, caption, room, style)) return fitted;
         }
     }
     return fitted;
@@ -89,6 +90,18 @@ void LabelWidget::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
 }
 
+QRect LabelWidget::Room() const {
+    const int margin = style_.Transparent ? 0 : 2;
+    return rect().adjusted(margin, 0, -margin, 0);
+}
+
+const QFont& LabelWidget::DrawnFont() {
+    if (!fitted_) fitted_ = Fit(font(), parsed_, Room().size(), style_);
+    return *fitted_;
+}
+
+bool LabelWidget::Whole() { return Fits(DrawnFont(), parsed_, Room().size(), style_); }
+
 void LabelWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (!style_.Transparent) painter.fillRect(rect(), palette().window());
@@ -96,10 +109,8 @@ void LabelWidget::paintEvent(QPaintEvent*) {
         // One pixel inside the edge, where no outline of the window hides it.
         DrawOutline(painter, rect().adjusted(1, 1, -1, -1), palette().color(QPalette::WindowText));
     }
-    const int margin = style_.Transparent ? 0 : 2;
-    const QRect room = rect().adjusted(margin, 0, -margin, 0);
-    if (!fitted_) fitted_ = Fit(font(), parsed_, room.size(), style_);
-    QTextLayout layout(parsed_.Text, *fitted_);
+    const QRect room = Room();
+    QTextLayout layout(parsed_.Text, DrawnFont());
     const QSizeF size = LayOut(layout, parsed_, room.width(), style_);
     const qreal top = style_.Wrapped ? 0 : std::floor((room.height() - size.height()) / 2);
     painter.setPen(palette().color(QPalette::WindowText));

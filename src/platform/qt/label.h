@@ -20,12 +20,17 @@ class LabelWidget : public QWidget {
     void SetCaption(const QString& caption);
     bool Bordered() const { return bordered_; }
     void SetBordered(bool bordered);
+    // The font that the caption is drawn in to stay whole, and whether that does it.
+    const QFont& DrawnFont();
+    bool Whole();
 
  protected:
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
  private:
+    QRect Room() const;
+
     Label::Style style_;
     QString caption_;
     ParsedCaption parsed_;

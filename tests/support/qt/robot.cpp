@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
+#include <QStyleOptionComboBox>
 #include <QTest>
 #include <QTextBlock>
 #include <QTimer>
@@ -184,6 +185,15 @@ std::vector<std::string> ShownWindows() {
     return names;
 }
 
+std::vector<std::string> Controls(std::string_view form) {
+    std::vector<std::string> names;
+    for (const QWidget* control : FindForm(form).findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (!control->testAttribute(Qt::WA_TransparentForMouseEvents))
+            names.push_back(control->objectName().toStdString());
+    }
+    return names;
+}
+
 platform::Rect Bounds(std::string_view form) { return ToRect(FindForm(form).geometry()); }
 
 platform::Rect Bounds(std::string_view form, std::string_view control) {
@@ -210,6 +220,51 @@ bool Whole(std::string_view form, std::string_view control) {
             return false;
     }
     return area.verticalScrollBar()->maximum() == 0;
+}
+
+std::vector<std::string> CutTexts(std::string_view form) {
+    constexpr int kSmallest = 8;
+    std::vector<std::string> cut;
+    for (QWidget* control : FindForm(form).findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        const QFontMetricsF metrics(control->font());
+        const auto fits = [&](const QString& text, const QSizeF& room) {
+            if (metrics.horizontalAdvance(text) > room.width() || metrics.height() > room.height())
+                cut.push_back((control->objectName() + ": " + text).toStdString());
+        };
+        if (auto* label = dynamic_cast<platform::LabelWidget*>(control)) {
+            if (!label->Whole() || label->DrawnFont().pixelSize() < kSmallest)
+                cut.push_back((label->objectName() + ": " + label->Caption()).toStdString());
+        } else if (const auto* box = qobject_cast<QLineEdit*>(control)) {
+            fits(box->text(), box->size() - QSize(2, 0));
+        } else if (const auto* list = qobject_cast<QComboBox*>(control)) {
+            QStyleOptionComboBox option;
+            option.initFrom(list);
+            const QRect room = list->style()->subControlRect(QStyle::CC_ComboBox, &option,
+                                                             QStyle::SC_ComboBoxEditField, list);
+            for (int i = 0; i < list->count(); ++i) fits(list->itemText(i), room.size());
+        } else if (const auto* button = qobject_cast<QAbstractButton*>(control)) {
+            const int mark = qobject_cast<const QCheckBox*>(button) != nullptr ? 18 : 2;
+            fits(QString(button->text()).remove('&'), button->size() - QSize(mark, 2));
+        }
+    }
+    return cut;
+}
+
+bool RoomFor(std::string_view form, std::string_view control, int columns, int lines) {
+    const auto& area = dynamic_cast<QPlainTextEdit&>(FindControl(form, control));
+    const QFontMetricsF metrics(area.font());
+    return metrics.horizontalAdvance(QString(columns, '0')) <= area.viewport()->width() &&
+           metrics.lineSpacing() * lines <= area.viewport()->height();
+}
+
+bool LeftToRight(std::string_view form, std::string_view control) {
+    QWidget& widget = FindControl(form, control);
+    // An empty box would put its caret to the side that the language begins on.
+    const auto* box = qobject_cast<QLineEdit*>(&widget);
+    const bool caretLeft = box == nullptr || !box->text().isEmpty() ||
+                           (box->alignment() & Qt::AlignHCenter) ||
+                           box->inputMethodQuery(Qt::ImCursorRectangle).toRectF().left() < box->width() / 2.0;
+    return widget.layoutDirection() == Qt::LeftToRight && caretLeft;
 }
 
 std::string Focus(std::string_view form) {

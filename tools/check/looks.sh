@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# Tells for screens of several densities, desktops with a large font, other languages and other fonts whether every
+# text of every window is whole and stands where it should, and leaves pictures of the windows in FOLDER.
+# usage: looks.sh [FOLDER]
+set -euo pipefail
+folder=$(realpath -m "${1-build/looks}")
+cd "$(dirname "$0")/../.."
+source tools/packages.sh
+need build start tour test looks
+
+cmake --preset sanitize >/dev/null
+cmake --build --preset sanitize --target window_tests >/dev/null
+cmake --preset release >/dev/null
+cmake --build --preset release >/dev/null
+mkdir -p "$folder"
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# Makes a set of fonts that is all the desktop has, from the folders of these packages.
+fonts() { # NAME PACKAGE...
+    local name=$1 package file
+    mkdir -p "$work/$name"
+    for package in "${@:2}"; do
+        for file in $(dpkg -L "$package" | grep -E '\.(ttf|otf)$'); do ln -sf "$file" "$work/$name/"; done
+    done
+    cat >"$work/$name.conf" <<END
+<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd">
+<fontconfig><include>/etc/fonts/conf.d</include><dir>$work/$name</dir><cachedir>$work/cache</cachedir></fontconfig>
+END
+}
+fonts desktop fonts-dejavu-core fonts-liberation
+fonts dejavu fonts-dejavu-core
+fonts liberation fonts-liberation
+fonts free fonts-freefont-ttf
+fonts none
+
+code=0
+# Runs the tests of the looks and takes the pictures with these settings.
+look() { # NAME DENSITY SETTING...
+    local result
+    if result=$(env LSAN_OPTIONS="suppressions=tests/support/leaks.supp:print_suppressions=0" QT_SCALE_FACTOR="$2" \
+        "${@:3}" timeout 120 build/sanitize/tests/window_tests --gtest_filter='Look*' 2>&1); then
+        result="every text whole, all in its place"
+    else
+        code=1 result=$(grep -E 'Failure|which is|: |ERROR' <<<"$result" | head -n 20)
+    fi
+    env "${@:3}" timeout 120 tools/picture_windows.sh "$2" "$folder/$1"
+    printf '%-12s %s\n' "$1" "$result"
+}
+
+for density in 1 1.25 1.5 2 3; do look "density-$density" "$density" A=; done
+look font-200 1 QT_FONT_DPI=192
+look german 1 LC_ALL=de_DE.UTF-8
+look arabic 1 LC_ALL=ar_EG.UTF-8
+look hebrew 1 LC_ALL=he_IL.UTF-8
+for set in desktop dejavu liberation free none; do look "fonts-$set" 1 FONTCONFIG_FILE="$work/$set.conf"; done
+exit $code
