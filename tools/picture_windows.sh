@@ -10,7 +10,7 @@ density=$1 folder=$(mkdir -p "$2" && realpath "$2")
 home=$(mktemp -d)
 trap 'kill $(jobs -p) 2>/dev/null; rm -rf "$home"' EXIT
 mkfifo "$home/display"
-Xvfb -displayfd 3 -screen 0 1600x1400x24 3>"$home/display" 2>/dev/null &
+Xvfb -displayfd 3 -screen 0 2400x2000x24 3>"$home/display" 2>/dev/null &
 DISPLAY=:$(head -n 1 "$home/display")
 export DISPLAY HOME=$home XDG_DATA_HOME=$home SDL_AUDIODRIVER=dummy QT_SCALE_FACTOR=$density
 openbox >/dev/null 2>&1 &
@@ -24,7 +24,7 @@ photograph() { # WINDOW X Y NAME [LEFT TOP]
     xdotool mousemove --window "$1" "$(pixels "$2")" "$(pixels "$3")" click 1
     sleep 1
     front=$(xdotool getactivewindow)
-    xdotool windowmove "$front" "${5-600}" "${6-600}" mousemove 0 0
+    xdotool windowmove "$front" "${5-700}" "${6-20}" mousemove 0 0
     sleep 0.5
     import -silent -window "$front" "$folder/$4.png"
 }
@@ -39,4 +39,4 @@ photograph "$launcher" 100 120 frmStatsCounter
 photograph "$launcher" 100 72 frmStatsGenerator
 photograph "$launcher" 100 192 frmWeapons
 photograph "$launcher" 100 144 frmAling
-photograph "$front" 450 288 frmEditQuestions 620 20
+photograph "$front" 450 288 frmEditQuestions 700 1020

@@ -67,6 +67,7 @@ class ThemeStyle : public QProxyStyle {
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* data) const override {
         switch (hint) {
+            case SH_EtchDisabledText:
             case SH_ComboBox_Popup: return 0;
             case SH_ComboBox_PopupFrameStyle: return QFrame::Box | QFrame::Plain;
             case SH_ComboBox_ListMouseTracking: return 1;
@@ -176,7 +177,10 @@ void ThemePopup(QAbstractItemView& view, const QComboBox& owner) {
 void ShowThemedMenu(QMenu* menu, const QWidget& owner, const QPoint& at) {
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (owner.window()->windowFlags().testFlag(Qt::FramelessWindowHint)) {
-        menu->setPalette(owner.palette());
+        QPalette palette = owner.palette();
+        for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+            palette.setColor(QPalette::Disabled, role, palette.color(QPalette::Mid));
+        menu->setPalette(palette);
         menu->setStyle(&TheStyle());
     }
     menu->popup(at);
