@@ -11,7 +11,7 @@ declare -A PACKAGES=(
     [measure]="libbenchmark-dev pkg-config python3-xlib xauth xvfb"
     [code]="binutils clang-format clang-tidy cppcheck"
     [desktops]="i3-wm mutter python3-xlib x11-xserver-utils xfce4-settings xfwm4"
-    [looks]="fonts-freefont-ttf qt6ct"
+    [looks]="fonts-freefont-ttf locales qt6ct"
     [test]="libgtest-dev weston x11-xserver-utils xfce4-settings xwayland"
     [desktops]="i3-wm mutter python3-xlib x11-xserver-utils xfce4-settings xfwm4"
 )

@@ -39,4 +39,4 @@ photograph "$launcher" 100 120 frmStatsCounter
 photograph "$launcher" 100 72 frmStatsGenerator
 photograph "$launcher" 100 192 frmWeapons
 photograph "$launcher" 100 144 frmAling
-photograph "$front" 450 288 frmEditQuestions 700 1020
+photograph "$front" 450 288 frmEditQuestions 700 1080

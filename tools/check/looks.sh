@@ -40,7 +40,7 @@ look() { # NAME DENSITY SETTING...
     local result
     if result=$(env LSAN_OPTIONS="suppressions=tests/support/leaks.supp:print_suppressions=0" QT_SCALE_FACTOR="$2" \
         "${@:3}" timeout 120 build/sanitize/tests/window_tests --gtest_filter="${filter-Look*}" 2>&1); then
-        result="every text whole, all in its place"
+        result="holds: ${filter-every text whole, all in its place}"
     else
         code=1 result=$(grep -E 'Failure|which is|: |ERROR' <<<"$result" | head -n 20)
     fi
@@ -53,9 +53,22 @@ look font-dpi-192 1 QT_FONT_DPI=192 QT_ENABLE_HIGHDPI_SCALING=0
 mkdir -p "$work/config/qt6ct"
 printf '[Fonts]\n%s="DejaVu Sans,20,-1,5,50,0,0,0,0,0"\n' general fixed >"$work/config/qt6ct/qt6ct.conf"
 look font-20pt 1 QT_QPA_PLATFORMTHEME=qt6ct XDG_CONFIG_HOME="$work/config"
-look german 1 LC_ALL=de_DE.UTF-8
-look arabic 1 LC_ALL=ar_EG.UTF-8
-look hebrew 1 LC_ALL=he_IL.UTF-8
+
+# A language of the desktop's: everything holds as ever but for the decimal separator, which a roll shows.
+language() { # NAME LOCALE SEPARATOR
+    local roll shows=missing settings=(LOCPATH="$work/locale" LC_ALL="$2")
+    mkdir -p "$work/locale"
+    localedef -i "${2%.*}" -f UTF-8 "$work/locale/$2" 2>/dev/null || [[ -d $work/locale/$2 ]]
+    filter=*-$rolls look "$1" 1 "${settings[@]}"
+    roll=$(env "${settings[@]}" build/sanitize/tests/window_tests --gtest_filter="$rolls" 2>&1 || true)
+    # The test looks for a point itself.
+    [[ $roll == *"Average: 4${3}5"* || ($3 == . && $roll != *FAILED*) ]] && shows=$3 || code=1
+    printf '%-12s decimal separator %s\n' "$1" "$shows"
+}
+rolls=DiceRoller.RollsWhenItOpensAndOnRequest
+language german de_DE.UTF-8 ,
+language arabic ar_EG.UTF-8 ٫
+language hebrew he_IL.UTF-8 .
 for set in desktop dejavu liberation free; do look "fonts-$set" 1 FONTCONFIG_FILE="$work/$set.conf"; done
 # Nothing can be read then, but nothing may end.
 filter='Look.Nothing*' look fonts-none 1 FONTCONFIG_FILE="$work/none.conf"
