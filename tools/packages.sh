@@ -13,7 +13,6 @@ declare -A PACKAGES=(
     [desktops]="i3-wm mutter python3-xlib x11-xserver-utils xfce4-settings xfwm4"
     [looks]="fonts-freefont-ttf locales qt6ct"
     [test]="libgtest-dev weston x11-xserver-utils xfce4-settings xwayland"
-    [desktops]="i3-wm mutter python3-xlib x11-xserver-utils xfce4-settings xfwm4"
 )
 
 # need PURPOSE...: installs what is missing for these purposes. Nothing missing: the network is left alone.

@@ -210,7 +210,7 @@ def check_keys(desk, window):
 
 def check_hidden(desk, tool, window):
     window.button("Roll Dice !").click()
-    kept = window.box("Result").text
+    kept, notes = window.box("Result").text, ""
     for how in "x", "the window manager", "a task list's minimise", "x", "x":
         place = window.bounds
         if how == "x":
@@ -225,10 +225,15 @@ def check_hidden(desk, tool, window):
             expect("a minimised window", lambda: desk.server.property(window.number, "WM_STATE")[:1], [Xutil.IconicState])
         time.sleep(0.2)
         again = desk.open(*tool)
+        time.sleep(0.3)
+        if "minimise" in how and "_NET_WM_STATE_DEMANDS_ATTENTION" in desk.server.states(window.number):
+            # A window manager may take a minimised window's wish to come back for a theft of the focus.
+            notes = ", minimised: at the second press"
+            again = desk.open(*tool)
         expect(f"place and text after {how}", lambda: (again.bounds, again.box("Result").text), (place, kept))
         expect(f"the active window after {how}", lambda: xdotool("getactivewindow"), str(again.number))
         window = again
-    return f"back at {window.bounds[:2]} with its text after x, closing and minimising from outside"
+    return f"back at {window.bounds[:2]} with its text after x, closing and minimising from outside{notes}"
 
 
 def check_editor(desk, window):
