@@ -33,6 +33,10 @@ void DoubleClick(std::string_view form, std::string_view control);
 // Turns the wheel over a control, up for steps above 0.
 void Wheel(std::string_view form, std::string_view control, int steps);
 
+// From now on nothing depends on how fast events follow each other: clicks are single ones but for DoubleClick,
+// letters in a list are searched for one by one, and no text is dragged away. For a program that does not wait.
+void Hurry();
+
 // A key by its name, such as "Tab", "Alt+N" or "Backspace"; goes to what has the focus in the window.
 void Key(std::string_view form, std::string_view key);
 void Type(std::string_view form, std::string_view text);
@@ -45,6 +49,9 @@ void OpenList(std::string_view form, std::string_view control);
 void Choose(std::string_view form, std::string_view control, int index);
 // A key that goes to the open list.
 void KeyInOpenList(std::string_view form, std::string_view control, std::string_view key);
+// The open list or menu, from the corner of the window; without width if there is none. It gets the keys and the
+// pointer of every window.
+platform::Rect Popup(std::string_view form);
 
 // The desktop moves the window, or asks it to close.
 void DesktopMoves(std::string_view form, int left, int top);
@@ -67,6 +74,11 @@ std::vector<std::string> CutTexts(std::string_view form);
 bool RoomFor(std::string_view form, std::string_view control, int columns, int lines);
 // Whether a control and its text begin on the left.
 bool LeftToRight(std::string_view form, std::string_view control);
+// The controls that lie in the window, in the order in which they were made.
+std::vector<std::string> Controls(std::string_view form);
+bool Checked(std::string_view form, std::string_view control);
+// The labels that show the line of a press.
+std::vector<std::string> Pressed(std::string_view form);
 // The control with the focus; empty if none has it.
 std::string Focus(std::string_view form);
 // The colours that are drawn on a part of the window, row by row, and at a place of it.
@@ -77,8 +89,16 @@ platform::Color Pixel(std::string_view form, int x, int y);
 void WhenMessageComes(std::function<void()> look);
 // The text of the box that is on the screen.
 std::string MessageText();
+void KeyInMessage(std::string_view key);
 // How many boxes came since WhenMessageComes.
 int MessagesSeen();
+
+// Hands on what the toolkit complains about.
+void WhenToolkitWarns(void (*tell)(const std::string& warning));
+
+// Runs the program's event loop and takes the step whenever it is idle, until that gives false. Gives whether the
+// program ended first.
+bool Live(const std::function<bool()>& step);
 
 // What assistive technology is told of a control, and its press action.
 struct Told {

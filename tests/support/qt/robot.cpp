@@ -1,7 +1,5 @@
 #include "support/robot.h"
 
-#include <gtest/gtest.h>
-
 #include <QAbstractItemView>
 #include <QAbstractTextDocumentLayout>
 #include <QAccessible>
@@ -22,9 +20,9 @@
 #include <QTimer>
 #include <QWheelEvent>
 #include <QWindow>
+#include <limits>
 #include <stdexcept>
 
-#include "platform/application.h"
 #include "platform/qt/label.h"
 
 namespace robot {
@@ -59,6 +57,16 @@ QWindow* WindowOf(std::string_view form) {
     return widget.windowHandle();
 }
 
+// The desktop turns to the window that gets a press or a key, unless an open list or menu has them all.
+QWindow* ActiveWindowOf(std::string_view form) {
+    QWindow* window = WindowOf(form);
+    if (QGuiApplication::focusWindow() != window && QApplication::activePopupWidget() == nullptr) {
+        window->requestActivate();
+        QCoreApplication::processEvents();
+    }
+    return window;
+}
+
 Qt::MouseButton ToQt(Button button) {
     switch (button) {
         case Button::Middle: return Qt::MiddleButton;
@@ -72,9 +80,18 @@ QPoint ToQt(Point at) { return {qRound(at.X), qRound(at.Y)}; }
 
 platform::Rect ToRect(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
 
+// In a hurry a letter in a list begins a new search if it comes a moment after the last one.
+void LetSearchEnd() {
+    if (QApplication::keyboardInputInterval() != 0) return;
+    if (qobject_cast<QComboBox*>(QApplication::focusWidget()) != nullptr ||
+        QApplication::activePopupWidget() != nullptr)
+        QTest::qSleep(2);
+}
+
 void SendKey(QWindow* window, std::string_view key) {
     const QKeySequence sequence(Name(key));
     if (sequence.count() != 1) throw std::runtime_error("no key " + std::string(key));
+    LetSearchEnd();
     QTest::keyClick(window, sequence[0].key(), sequence[0].keyboardModifiers());
 }
 
@@ -87,11 +104,15 @@ QAccessibleInterface* Accessible(std::string_view form, std::string_view control
 void Move(std::string_view form, Point at) { QTest::mouseMove(WindowOf(form), ToQt(at)); }
 
 void Press(std::string_view form, Point at, Button button) {
-    QTest::mousePress(WindowOf(form), ToQt(button), {}, ToQt(at));
+    QTest::mousePress(ActiveWindowOf(form), ToQt(button), {}, ToQt(at));
 }
 
 void Release(std::string_view form, Point at, Button button) {
     QTest::mouseRelease(WindowOf(form), ToQt(button), {}, ToQt(at));
+    // Two clicks of a test are two, however fast they come.
+    const int apart = std::max(QTest::mouseDoubleClickInterval, QApplication::doubleClickInterval());
+    if (QTest::lastMouseTimestamp > std::numeric_limits<int>::max() - 2 * apart) QTest::lastMouseTimestamp = 0;
+    QTest::lastMouseTimestamp += apart;
 }
 
 Point Middle(std::string_view form, std::string_view control) {
@@ -109,13 +130,11 @@ void Hover(std::string_view form, std::string_view control) {
 void Click(std::string_view form, std::string_view control, Button button) {
     Press(form, Middle(form, control), button);
     Release(form, Middle(form, control), button);
-    // Two clicks of a test are two, however fast they come.
-    QTest::lastMouseTimestamp += QTest::mouseDoubleClickInterval;
 }
 
 void DoubleClick(std::string_view form, std::string_view control) {
     const Point middle = Middle(form, control);
-    QTest::mouseDClick(WindowOf(form), Qt::LeftButton, {}, ToQt(middle));
+    QTest::mouseDClick(ActiveWindowOf(form), Qt::LeftButton, {}, ToQt(middle));
 }
 
 void Wheel(std::string_view form, std::string_view control, int steps) {
@@ -127,11 +146,27 @@ void Wheel(std::string_view form, std::string_view control, int steps) {
     QCoreApplication::sendEvent(window, &wheel);
 }
 
-void Key(std::string_view form, std::string_view key) { SendKey(WindowOf(form), key); }
+void Key(std::string_view form, std::string_view key) { SendKey(ActiveWindowOf(form), key); }
 
 void Type(std::string_view form, std::string_view text) {
-    QWindow* window = WindowOf(form);
-    for (const char c : text) QTest::keyClick(window, c);
+    QWindow* window = ActiveWindowOf(form);
+    for (const char32_t c : Name(text).toStdU32String()) {
+        LetSearchEnd();
+        if (c < 0x80) {
+            QTest::keyClick(window, static_cast<char>(c));
+        } else {
+            QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString::fromUcs4(&c, 1), {});
+        }
+    }
+}
+
+void Hurry() {
+    constexpr int kNever = 10 * 60 * 1000;  // between two events, in milliseconds
+    QApplication::setDoubleClickInterval(kNever);
+    QApplication::setKeyboardInputInterval(0);
+    QApplication::setStartDragTime(kNever);
+    QApplication::setStartDragDistance(std::numeric_limits<int>::max());
+    QApplication::setCursorFlashTime(0);
 }
 
 void Paste(std::string_view form, std::string_view text) {
@@ -159,6 +194,12 @@ void Choose(std::string_view form, std::string_view control, int index) {
 void KeyInOpenList(std::string_view form, std::string_view control, std::string_view key) {
     auto& list = dynamic_cast<QComboBox&>(FindControl(form, control));
     SendKey(list.view()->window()->windowHandle(), key);
+}
+
+platform::Rect Popup(std::string_view form) {
+    const QWidget* popup = QApplication::activePopupWidget();
+    if (popup == nullptr) return {};
+    return ToRect(popup->geometry().translated(-FindForm(form).pos()));
 }
 
 void DesktopMoves(std::string_view form, int left, int top) {
@@ -267,6 +308,32 @@ bool LeftToRight(std::string_view form, std::string_view control) {
     return widget.layoutDirection() == Qt::LeftToRight && caretLeft;
 }
 
+std::vector<std::string> Controls(std::string_view form) {
+    const QWidget& window = FindForm(form);
+    std::vector<std::string> names;
+    for (const QObject* child : window.children()) {
+        const auto* widget = qobject_cast<const QWidget*>(child);
+        if (widget != nullptr && !widget->isWindow() && !widget->isHidden() && !widget->objectName().isEmpty() &&
+            !widget->testAttribute(Qt::WA_TransparentForMouseEvents) &&
+            window.rect().contains(widget->geometry().center()))
+            names.push_back(widget->objectName().toStdString());
+    }
+    return names;
+}
+
+bool Checked(std::string_view form, std::string_view control) {
+    return dynamic_cast<QCheckBox&>(FindControl(form, control)).isChecked();
+}
+
+std::vector<std::string> Pressed(std::string_view form) {
+    std::vector<std::string> names;
+    for (const QObject* child : FindForm(form).children()) {
+        const auto* label = dynamic_cast<const platform::LabelWidget*>(child);
+        if (label != nullptr && label->Bordered()) names.push_back(label->objectName().toStdString());
+    }
+    return names;
+}
+
 std::string Focus(std::string_view form) {
     const QWidget* focus = FindForm(form).focusWidget();
     return focus == nullptr ? std::string() : focus->objectName().toStdString();
@@ -305,7 +372,7 @@ void WhenMessageComes(std::function<void()> look) {
         box->setProperty("seen", true);
         ++messagesSeen;
         look();
-        QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+        if (box->isVisible()) QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
     });
     messageWatch->start(0);
 }
@@ -315,7 +382,32 @@ std::string MessageText() {
     return box == nullptr ? std::string() : box->text().toStdString();
 }
 
+void KeyInMessage(std::string_view key) { SendKey(QApplication::activeModalWidget()->windowHandle(), key); }
+
 int MessagesSeen() { return messagesSeen; }
+
+void WhenToolkitWarns(void (*tell)(const std::string& warning)) {
+    static void (*listener)(const std::string&);
+    listener = tell;
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
+        // Of pointers outside of a window, and of a desktop that is none.
+        if (!text.contains("occurs outside target window") && !text.startsWith("This plugin does not support"))
+            listener(text.toStdString());
+    });
+}
+
+bool Live(const std::function<bool()>& step) {
+    bool busy = false;
+    QTimer idle;
+    idle.callOnTimeout([&] {
+        if (busy) return;  // a box waits, or the step does
+        busy = true;
+        if (!step()) QCoreApplication::exit(1);
+        busy = false;
+    });
+    idle.start(0);
+    return QCoreApplication::exec() == 0;
+}
 
 Told Describe(std::string_view form, std::string_view control) {
     const QAccessibleInterface* told = Accessible(form, control);
@@ -335,10 +427,3 @@ void PressByAssistant(std::string_view form, std::string_view control) {
 }
 
 }  // namespace robot
-
-int main(int argc, char** argv) {
-    testing::InitGoogleTest(&argc, argv);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const platform::Application application(argc, argv);
-    return RUN_ALL_TESTS();
-}
