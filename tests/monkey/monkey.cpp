@@ -35,8 +35,9 @@ using robot::Button;
 using robot::Point;
 using Text = std::string;
 
-constexpr Text::size_type kLongText = 300'000;
-constexpr double kSlowest = 250;  // milliseconds of the processor that an event may take
+// Milliseconds of the processor that an event may take: most of them, and a key in a box that holds a huge text.
+constexpr double kSlowest = 250;
+constexpr double kSlowestWithHugeText = 2500;
 
 struct Run {
     std::mt19937 Dice;
@@ -45,6 +46,7 @@ struct Run {
     std::deque<Text> Last;
     std::uint64_t Hash = 14695981039346656037U;
     double Slowest = 0;
+    bool HugeText = false;  // was pasted since the start
     Text SlowestLine;
     std::atomic<long> Alive = 0;
 };
@@ -220,7 +222,9 @@ void Paste() {
                                     "=;#", "Question", Text(250, 'q'), "\xff\xfe", "99", "100", "-2147483648"};
     static const Text kHuge(100'000, '7');
     const Text form = AnyForm();
-    const Text text = OneIn(100) ? kHuge : OneOf(kRubbish);
+    const bool huge = OneIn(100);
+    const Text text = huge ? kHuge : OneOf(kRubbish);
+    run.HugeText |= huge;
     Note(text);
     robot::Paste(form, text);
 }
@@ -373,7 +377,7 @@ bool Step() {
         NoteState();
         if (!robot::Shown("frmMain")) return true;
         monkey::CheckAll();
-        Require(took <= kSlowest, "took " + std::to_string(took) + " ms");
+        Require(took <= (run.HugeText ? kSlowestWithHugeText : kSlowest), "took " + std::to_string(took) + " ms");
     } catch (const std::exception& broken) {
         PrintLastAndEnd(broken.what());
     }
@@ -385,6 +389,7 @@ bool Step() {
 
 void Live() {
     ++run.Lives;
+    run.HugeText = false;
     monkey::kWindows[0].Open();
     const bool ended = robot::Live(Step);
     if (ended && !robot::ShownWindows().empty()) PrintLastAndEnd("nothing stays on the screen after the end");
@@ -393,7 +398,7 @@ void Live() {
 
 void WatchForHang() {
     std::thread([] {
-        constexpr std::chrono::seconds kPatience(60);
+        constexpr std::chrono::seconds kPatience(30);
         for (long seen = -1; seen != run.Alive;) {
             seen = run.Alive;
             std::this_thread::sleep_for(kPatience);

@@ -97,7 +97,7 @@ int MessagesSeen();
 void WhenToolkitWarns(void (*tell)(const std::string& warning));
 
 // Runs the program's event loop and takes the step whenever it is idle, until that gives false. Gives whether the
-// program ended first.
+// program ended first. A menu that waits for an answer in the middle of a step is closed.
 bool Live(const std::function<bool()>& step);
 
 // What assistive technology is told of a control, and its press action.

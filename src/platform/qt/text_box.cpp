@@ -105,14 +105,27 @@ class TextArea : public QPlainTextEdit {
         // Read line by line and selected without a pointer.
         setTextInteractionFlags(textInteractionFlags() | Qt::TextSelectableByKeyboard);
         setTabChangesFocus(true);
-        setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        WrapFor(0);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setVerticalScrollBarPolicy(style.ScrollBar ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
         setCursorWidth(1);
         document()->setDocumentMargin(0);
     }
 
+    // A word of many lines breaks anywhere, but the toolkit finds that out by measuring all the rest of it for each
+    // line. It is spared this for a text that could hold such a word, and for what an undo may bring back.
+    void WrapFor(qsizetype length) {
+        constexpr qsizetype kLongText = 5000;
+        setWordWrapMode(length > kLongText ? QTextOption::WrapAnywhere
+                                           : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    }
+
  protected:
+    void insertFromMimeData(const QMimeData* source) override {
+        if (wordWrapMode() != QTextOption::WrapAnywhere)
+            WrapFor(document()->characterCount() + source->text().size());
+        QPlainTextEdit::insertFromMimeData(source);
+    }
     QMimeData* createMimeDataFromSelection() const override {
         auto* data = new QMimeData;
         data->setText(textCursor().selection().toPlainText().replace('\n', "\r\n"));
@@ -160,10 +173,11 @@ void TextBox::SetText(std::string_view text) {
     const QString wanted = ToQString(text);
     if (qobject_cast<QPlainTextEdit*>(Toolkit().Widget) != nullptr) {
         auto& area = static_cast<TextArea&>(*Toolkit().Widget);
+        area.document()->clearUndoRedoStacks();
         if (area.Text() != wanted) {
+            area.WrapFor(std::max(area.Text().size(), wanted.size()));
             area.setPlainText(wanted);
-        } else {
-            area.document()->clearUndoRedoStacks();
+            area.WrapFor(wanted.size());
         }
         return;
     }

@@ -17,6 +17,7 @@
 #include <QStyleOptionComboBox>
 #include <QTest>
 #include <QTextBlock>
+#include <QThread>
 #include <QTimer>
 #include <QWheelEvent>
 #include <QWindow>
@@ -397,15 +398,17 @@ void WhenToolkitWarns(void (*tell)(const std::string& warning)) {
 }
 
 bool Live(const std::function<bool()>& step) {
-    bool busy = false;
-    QTimer idle;
+    // A timer does not come again while it waits for its own step.
+    QTimer idle, waiting;
     idle.callOnTimeout([&] {
-        if (busy) return;  // a box waits, or the step does
-        busy = true;
         if (!step()) QCoreApplication::exit(1);
-        busy = false;
+    });
+    waiting.callOnTimeout([] {
+        QWidget* popup = QApplication::activePopupWidget();
+        if (popup != nullptr && QThread::currentThread()->loopLevel() > 1) popup->close();
     });
     idle.start(0);
+    waiting.start(0);
     return QCoreApplication::exec() == 0;
 }
 
