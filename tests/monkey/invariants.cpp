@@ -40,7 +40,10 @@ constexpr WindowRow Row(std::string_view name, int width, int height, int restor
             width,
             height,
             restored == 0 ? height : restored,
-            [] { return IsLoaded<Window>() ? static_cast<platform::Form*>(&platform::TheForm<Window>()) : nullptr; },
+            [] {
+                return IsLoaded<Window>() ? static_cast<platform::Form*>(&platform::TheForm<Window>())
+                                          : nullptr;
+            },
             [] { platform::TheForm<Window>().Show(); },
             platform::UnloadForm<Window>};
 }
@@ -81,7 +84,8 @@ void Windows() {
     Require(robot::Shown(kWindows[0].Name), "the launcher stays on the screen");
     for (const WindowRow& row : kWindows) {
         const platform::Form* form = row.Get();
-        Require((form != nullptr && form->Visible()) == robot::Shown(row.Name), std::string(row.Name) + " is shown");
+        Require((form != nullptr && form->Visible()) == robot::Shown(row.Name),
+                std::string(row.Name) + " is shown");
     }
     const std::vector<std::string> shown = robot::ShownWindows();
     const auto strange = std::ranges::count_if(shown, [](const std::string& name) {
@@ -100,7 +104,8 @@ void SizesAndPlaces() {
         Require(at.Width == row.Width, name + " keeps its width");
         Require(rolledUp ? at.Height == 32 : at.Height == row.Height || at.Height == row.Restored,
                 name + " keeps its height");
-        Require(form->Height() == static_cast<float>(at.Height) * platform::kTwipsPerPixel, name + " knows its height");
+        Require(form->Height() == static_cast<float>(at.Height) * platform::kTwipsPerPixel,
+                name + " knows its height");
         if (row.Name == kEditor) continue;  // the desktop's frame lies round it
         Require(std::lround(form->Left() / platform::kTwipsPerPixel) == at.Left &&
                     std::lround(form->Top() / platform::kTwipsPerPixel) == at.Top,
@@ -131,7 +136,8 @@ void DiceBoxes() {
         // A character of UTF-8 begins with a byte that does not continue one.
         const auto length = std::ranges::count_if(text, [](char c) { return (c & 0xC0) != 0x80; });
         Require(length <= 3 || length <= before.Lengths[box] || AllDigits(text), box + " keeps its limit");
-        Require(robot::Focus("frmDice") == box || (!text.empty() && AllDigits(text)), box + " is a clean number");
+        Require(robot::Focus("frmDice") == box || (!text.empty() && AllDigits(text)),
+                box + " is a clean number");
         before.Lengths[box] = length;
     }
 }
@@ -143,13 +149,15 @@ void DiceResult() {
     double average = 0;
     std::sscanf(text.c_str(), "Dice: %ldD%ld%ld", &number, &sides, &bonus);
     const std::size_t range = std::min(text.find("Range:"), text.size());
-    Require(std::sscanf(text.c_str() + range, "Range: %ld to %ld Average: %lf Result of roll: %ld", &low, &high,
-                        &average, &roll) == 4,
+    Require(std::sscanf(text.c_str() + range, "Range: %ld to %ld Average: %lf Result of roll: %ld", &low,
+                        &high, &average, &roll) == 4,
             "the roll is told: " + text);
     const std::int64_t highest = number * sides + bonus;
-    Require(low == ClampToLong(number + bonus) && high == ClampToLong(highest), "the range is that of the dice");
+    Require(low == ClampToLong(number + bonus) && high == ClampToLong(highest),
+            "the range is that of the dice");
     Require(low <= roll && roll <= high, "the roll lies in its range");
-    Require(high != highest || std::abs(2 * average - static_cast<double>(low + high)) < 1e-6, "the average is right");
+    Require(high != highest || std::abs(2 * average - static_cast<double>(low + high)) < 1e-6,
+            "the average is right");
 }
 
 void RangeResult() {
@@ -177,7 +185,8 @@ void Statistics() {
     Require(generator("txtTextOut") ==
                 BuildResultText(generator("cmbSex"), generator("cmbRace"), generator("cmbClass"), Stats),
             "the result is that of the lists");
-    Require(Text("frmStatsCounter", "txtTextOut") == BuildStatSheet(Stats, PointsToDistribute), "the sheet is right");
+    Require(Text("frmStatsCounter", "txtTextOut") == BuildStatSheet(Stats, PointsToDistribute),
+            "the sheet is right");
     Require(Text("frmStatsCounter", "cmndToDistribute") == PoolText(PointsToDistribute), "the pool is right");
     const StatGrid grid = BuildStatGrid(Stats, PointsToDistribute);
     for (int i = 0; i < static_cast<int>(kStatCount); ++i) {
@@ -204,8 +213,9 @@ void Meter() {
     };
     while (askedNow <= kMaxQuestions && !onShow(askedNow)) ++askedNow;
     Require(askedNow <= kMaxQuestions, "the meter shows a question of its list and never goes back");
-    constexpr std::string_view kNames = "|Chaotic Evil|Chaotic|Chaotic Good|Evil|True Neutral|Good|Lawfull Evil"
-                                        "|Lawfull|Lawfull Good||";
+    constexpr std::string_view kNames =
+        "|Chaotic Evil|Chaotic|Chaotic Good|Evil|True Neutral|Good|Lawfull Evil"
+        "|Lawfull|Lawfull Good||";
     const std::string result = Text("frmAling", "Label6");
     Require(kNames.find("|" + result.substr(std::min<std::size_t>(result.size(), 9)) + "|") != kNames.npos,
             "the alignment has a name: " + result);
@@ -219,8 +229,8 @@ void Editor() {
     }
     int number = 0, count = 0;
     const std::string position = Text(kEditor, "lblNumber");
-    Require(std::sscanf(position.c_str(), "%d/%d", &number, &count) == 2 && number >= 1 && count <= kMaxQuestions &&
-                number <= std::max(count, 1),
+    Require(std::sscanf(position.c_str(), "%d/%d", &number, &count) == 2 && number >= 1 &&
+                count <= kMaxQuestions && number <= std::max(count, 1),
             "the editor stands in its list: " + position);
     std::vector<std::string> shown{Text(kEditor, "txtQuestion")};
     for (int i = 1; i <= kAnswerCount; ++i) {
@@ -251,27 +261,26 @@ void Saved() {
     const auto path = platform::PathOfName(name, platform::CurrentPlaces());
     Require(files.contains(path.lexically_normal()), "Save writes the file that was asked for");
     Require(IniRead("HEAD", "items", name) == NumberText(count), "the file is whole");
-    const bool plain = text.size() < 200 && std::ranges::all_of(text, [](char c) { return c > '@' && c < '{'; });
+    const bool plain =
+        text.size() < 200 && std::ranges::all_of(text, [](char c) { return c > '@' && c < '{'; });
     char section[32];
     std::snprintf(section, sizeof section, "QUESTION_%03d", number);
-    if (plain && count > 0) Require(IniRead(section, "question", name) == text, "the file holds the question");
+    if (plain && count > 0)
+        Require(IniRead(section, "question", name) == text, "the file holds the question");
 }
 
 using Invariant = void (*)();
-constexpr Invariant kInvariants[] = {Windows,     SizesAndPlaces, FocusAndPresses, Sound,  DiceBoxes, DiceResult,
-                                     RangeResult, Statistics,     Meter,           Editor, Saved};
+constexpr Invariant kInvariants[] = {Windows,    SizesAndPlaces, FocusAndPresses, Sound, DiceBoxes,
+                                     DiceResult, RangeResult,    Statistics,      Meter, Editor,
+                                     Saved};
 
 }  // namespace
 
 const std::array<WindowRow, 8> kWindows = {
-    Row<frmMain>("frmMain", 209, 273),
-    Row<frmStatsGenerator>("frmStatsGenerator", 345, 321),
-    Row<frmDice>("frmDice", 209, 305),
-    Row<frmStatsCounter>("frmStatsCounter", 345, 321),
-    Row<frmAling>("frmAling", 496, 305, 321),
-    Row<frmRange2Dice>("frmRange2Dice", 209, 161),
-    Row<frmWeapons>("frmWeapons", 281, 345),
-    Row<frmEditQuestions>("frmEditQuestions", 465, 259),
+    Row<frmMain>("frmMain", 209, 273),        Row<frmStatsGenerator>("frmStatsGenerator", 345, 321),
+    Row<frmDice>("frmDice", 209, 305),        Row<frmStatsCounter>("frmStatsCounter", 345, 321),
+    Row<frmAling>("frmAling", 496, 305, 321), Row<frmRange2Dice>("frmRange2Dice", 209, 161),
+    Row<frmWeapons>("frmWeapons", 281, 345),  Row<frmEditQuestions>("frmEditQuestions", 465, 259),
 };
 
 void BeforeEvent() { before.EditorFocus = EditorFocus(); }

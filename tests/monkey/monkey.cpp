@@ -1,5 +1,5 @@
-// A monkey at the mouse and the keyboard. Its events are drawn from a seed and go to the real widgets, and after each
-// one everything is looked at that must always hold. The same seed makes the same events.
+// A monkey at the mouse and the keyboard. Its events are drawn from a seed and go to the real widgets, and
+// after each one everything is looked at that must always hold. The same seed makes the same events.
 //     monkey [--seed N] [--events N] [--from N]     from event N on each is printed
 
 #include <algorithm>
@@ -35,7 +35,8 @@ using robot::Button;
 using robot::Point;
 using Text = std::string;
 
-// Milliseconds of the processor that an event may take: most of them, and a key in a box that holds a huge text.
+// Milliseconds of the processor that an event may take: most of them, and a key in a box that holds a huge
+// text.
 constexpr double kSlowest = 250;
 constexpr double kSlowestWithHugeText = 2500;
 
@@ -134,7 +135,8 @@ void Drag() {
     const int reach = OneIn(4) ? 3000 : 60;
     Point at = Within(robot::Bounds(form, control));
     robot::Press(form, at, button);
-    for (int moves = Between(1, 6); moves > 0; --moves) robot::Move(form, at = Within({-reach, -reach, 2 * reach, 2 * reach}));
+    for (int moves = Between(1, 6); moves > 0; --moves)
+        robot::Move(form, at = Within({-reach, -reach, 2 * reach, 2 * reach}));
     robot::Release(form, at, button);
 }
 
@@ -162,7 +164,8 @@ void Hover() {
 }
 
 void OpenTool() {
-    const Text button = "Cmnd(" + Text(OneOf(std::to_array<const char*>({"0", "1", "5", "6", "7", "8"}))) + ")";
+    const Text button =
+        "Cmnd(" + Text(OneOf(std::to_array<const char*>({"0", "1", "5", "6", "7", "8"}))) + ")";
     Note(button);
     robot::Click("frmMain", button);
 }
@@ -188,15 +191,62 @@ void MoveWindow() {
     robot::DesktopMoves(form, static_cast<int>(to.X), static_cast<int>(to.Y));
 }
 
-constexpr const char* kKeys[] = {
-    "Tab",        "Shift+Tab",     "Return",         "Enter",      "Space",         "Escape",     "Up",
-    "Down",       "Left",          "Right",          "Home",       "End",           "PgUp",       "PgDown",
-    "Shift+Left", "Shift+Home",    "Shift+End",      "Shift+Down", "Ctrl+A",        "Ctrl+C",     "Ctrl+X",
-    "Ctrl+V",     "Ctrl+Z",        "Ctrl+Shift+Z",   "Backspace",  "Delete",        "Insert",     "Ctrl+Delete",
-    "Ctrl+Left",  "Ctrl+Tab",      "Ctrl+Backspace", "Alt+Down",   "F4",            "Menu",       "Alt+N",
-    "Alt+S",      "Alt+P",         "Alt+B",          "Alt+R",      "Alt+F",         "Alt+T",      "Alt+C",
-    "Alt+Q",      "Alt+O",         "Alt+1",          "Alt+2",      "Alt+3",         "Alt+4",      "Alt+X",
-    "E",          "W",             "1",              "Shift+M",    "Ctrl+Home",     "Ctrl+K",     "Ctrl+Y"};
+constexpr const char* kKeys[] = {"Tab",
+                                 "Shift+Tab",
+                                 "Return",
+                                 "Enter",
+                                 "Space",
+                                 "Escape",
+                                 "Up",
+                                 "Down",
+                                 "Left",
+                                 "Right",
+                                 "Home",
+                                 "End",
+                                 "PgUp",
+                                 "PgDown",
+                                 "Shift+Left",
+                                 "Shift+Home",
+                                 "Shift+End",
+                                 "Shift+Down",
+                                 "Ctrl+A",
+                                 "Ctrl+C",
+                                 "Ctrl+X",
+                                 "Ctrl+V",
+                                 "Ctrl+Z",
+                                 "Ctrl+Shift+Z",
+                                 "Backspace",
+                                 "Delete",
+                                 "Insert",
+                                 "Ctrl+Delete",
+                                 "Ctrl+Left",
+                                 "Ctrl+Tab",
+                                 "Ctrl+Backspace",
+                                 "Alt+Down",
+                                 "F4",
+                                 "Menu",
+                                 "Alt+N",
+                                 "Alt+S",
+                                 "Alt+P",
+                                 "Alt+B",
+                                 "Alt+R",
+                                 "Alt+F",
+                                 "Alt+T",
+                                 "Alt+C",
+                                 "Alt+Q",
+                                 "Alt+O",
+                                 "Alt+1",
+                                 "Alt+2",
+                                 "Alt+3",
+                                 "Alt+4",
+                                 "Alt+X",
+                                 "E",
+                                 "W",
+                                 "1",
+                                 "Shift+M",
+                                 "Ctrl+Home",
+                                 "Ctrl+K",
+                                 "Ctrl+Y"};
 
 void Key() {
     const Text form = AnyForm();
@@ -206,8 +256,9 @@ void Key() {
 }
 
 void Type() {
-    constexpr const char* kLetters[] = {"0", "1", "2", "3", "4", "5", "6", "7", "8",  "9",  "-",    "+",  ".",
-                                        ",", "e", "D", " ", "a", "Z", "&", "ß", "漢", "א", "\U0001F409", ";", "="};
+    constexpr const char* kLetters[] = {"0", "1", "2", "3",  "4", "5",          "6", "7", "8",
+                                        "9", "-", "+", ".",  ",", "e",          "D", " ", "a",
+                                        "Z", "&", "ß", "漢", "א", "\U0001F409", ";", "="};
     const Text form = AnyForm();
     Text text;
     for (int letters = Between(1, 6); letters > 0; --letters) text += OneOf(kLetters);
@@ -216,10 +267,30 @@ void Type() {
 }
 
 void Paste() {
-    static const Text kRubbish[] = {"", "1e999", "9e9", "-", "-7", "2.5", "1,5", "0x10", "12345678901234567890",
-                                    Text("1\0002", 3), "a\r\nb\nc\rd\u2028e\u2029f", "\t \u00a0x\u00ad", "&&1 &A",
-                                    "\u05d0\u05d1\u202e12", "\U0001F409\u0301", "[HEAD]\r\nitems=7", "\"quoted\"",
-                                    "=;#", "Question", Text(250, 'q'), "\xff\xfe", "99", "100", "-2147483648"};
+    static const Text kRubbish[] = {"",
+                                    "1e999",
+                                    "9e9",
+                                    "-",
+                                    "-7",
+                                    "2.5",
+                                    "1,5",
+                                    "0x10",
+                                    "12345678901234567890",
+                                    Text("1\0002", 3),
+                                    "a\r\nb\nc\rd\u2028e\u2029f",
+                                    "\t \u00a0x\u00ad",
+                                    "&&1 &A",
+                                    "\u05d0\u05d1\u202e12",
+                                    "\U0001F409\u0301",
+                                    "[HEAD]\r\nitems=7",
+                                    "\"quoted\"",
+                                    "=;#",
+                                    "Question",
+                                    Text(250, 'q'),
+                                    "\xff\xfe",
+                                    "99",
+                                    "100",
+                                    "-2147483648"};
     static const Text kHuge(100'000, '7');
     const Text form = AnyForm();
     const bool huge = OneIn(100);
@@ -246,7 +317,8 @@ void InPopup() {
     const Rect open = robot::Popup("frmMain");
     if (open.Width == 0) return;
     if (OneIn(2)) return ClickAt("frmMain", Within(open));
-    const Text key = OneOf(std::to_array<const char*>({"Up", "Down", "Home", "End", "PgDown", "Return", "Escape", "C"}));
+    const Text key =
+        OneOf(std::to_array<const char*>({"Up", "Down", "Home", "End", "PgDown", "Return", "Escape", "C"}));
     Note(key);
     robot::Key("frmMain", key);
 }
@@ -265,7 +337,8 @@ void OpenList() {
 void Assist() {
     const Text form = AnyForm();
     const Text control = AnyControl(form);
-    if (control.starts_with("Cmnd(") || control.starts_with("lblInput")) robot::PressByAssistant(form, control);
+    if (control.starts_with("Cmnd(") || control.starts_with("lblInput"))
+        robot::PressByAssistant(form, control);
 }
 
 void Copy() {
@@ -277,7 +350,8 @@ void Copy() {
     if (!canBePressed() || robot::Popup(form).Width > 0) return;
     robot::Click(form, "Cmnd(0)");
     const Text copied = robot::Clipboard();
-    Require(copied == robot::Text(form, box) && copied.find("\r\n") != copied.npos, "the result is on the clipboard");
+    Require(copied == robot::Text(form, box) && copied.find("\r\n") != copied.npos,
+            "the result is on the clipboard");
 }
 
 void EnterFileName(const Text& name) {
@@ -287,11 +361,33 @@ void EnterFileName(const Text& name) {
 }
 
 void LoadOrSave() {
-    static const Text kNames[] = {"c:\\questions.ini", "c:\\questions.ini", "c:\\a.ini", "d:\\b.ini", "missing.ini",
-                                  "C:/deep/er/x.ini", "~/x.ini", "~/folder", "", " ", "c:", "con:", "..\\..\\..\\x.ini",
-                                  "/proc/self/status", "/dev/null", "/nowhere/x.ini", "HOME/number.ini",
-                                  "HOME/pipe", "naïve \u05d0\U0001F409.ini", "a\nb.ini", Text(300, 'n'),
-                                  Text(5000, 'n'), Text("a\0b", 3), "~", "~root/x.ini", "c:.", "*?<>|.ini"};
+    static const Text kNames[] = {"c:\\questions.ini",
+                                  "c:\\questions.ini",
+                                  "c:\\a.ini",
+                                  "d:\\b.ini",
+                                  "missing.ini",
+                                  "C:/deep/er/x.ini",
+                                  "~/x.ini",
+                                  "~/folder",
+                                  "",
+                                  " ",
+                                  "c:",
+                                  "con:",
+                                  "..\\..\\..\\x.ini",
+                                  "/proc/self/status",
+                                  "/dev/null",
+                                  "/nowhere/x.ini",
+                                  "HOME/number.ini",
+                                  "HOME/pipe",
+                                  "naïve \u05d0\U0001F409.ini",
+                                  "a\nb.ini",
+                                  Text(300, 'n'),
+                                  Text(5000, 'n'),
+                                  Text("a\0b", 3),
+                                  "~",
+                                  "~root/x.ini",
+                                  "c:.",
+                                  "*?<>|.ini"};
     if (!robot::Shown("frmEditQuestions") || robot::Popup("frmMain").Width > 0) return;
     Text name = OneOf(kNames);
     const Text button = OneIn(2) ? "cmndOpen" : "cmndSave";
@@ -300,6 +396,32 @@ void LoadOrSave() {
     if (name.starts_with("HOME")) name.replace(0, 4, platform::CurrentPlaces().Home.string());
     EnterFileName(name);
     robot::Click("frmEditQuestions", button);
+}
+
+// One step at a time of what an editor is for.
+void Edit() {
+    constexpr const char* kBoxes[] = {"txtQuestion", "txtAnsver(1)", "txtAnsver(4)", "cmbAling(1)",
+                                      "cmbAling(3)"};
+    constexpr const char* kWays[] = {"cmndFirst", "cmndPrev", "cmndNext", "cmndLast", "cmndAdd", "cmndDel"};
+    const Text form = "frmEditQuestions";
+    if (!robot::Shown(form) || robot::Popup("frmMain").Width > 0) return;
+    const Text control = OneIn(2) ? OneOf(kBoxes) : OneOf(kWays);
+    Note(control);
+    robot::Click(form, control);
+    if (control.starts_with("txt")) robot::Type(form, std::to_string(run.Number));
+    if (control.starts_with("cmb")) robot::Key(form, "Escape");
+    if (control.starts_with("cmb")) robot::Key(form, "Down");
+}
+
+// What the finder follows while it is typed.
+void Range() {
+    if (!robot::Shown("frmRange2Dice") || robot::Popup("frmMain").Width > 0) return;
+    const Text control = OneOf(std::to_array<const char*>({"txtFrom", "txtTo", "txtTo", "chkAuto"}));
+    const Text number = std::to_string(Between(-30, 200));
+    Note(control + " " + number);
+    robot::Click("frmRange2Dice", control);
+    robot::Key("frmRange2Dice", "Ctrl+A");
+    robot::Type("frmRange2Dice", control == "chkAuto" ? "" : number);
 }
 
 // Half a name of the list above may be one outside of the monkey's home, and that is the user's.
@@ -315,11 +437,17 @@ struct Event {
     void (*Do)();
 };
 constexpr Event kEvents[] = {
-    {"click", 30, Click},      {"double click", 4, DoubleClick}, {"drag", 8, Drag},         {"interrupt", 3, Interrupt},
-    {"hover", 4, Hover},       {"open tool", 6, OpenTool},       {"editor", 3, OpenEditor}, {"close", 3, Close},
-    {"roll", 3, Roll},         {"move", 2, MoveWindow},          {"key", 20, Key},          {"type", 10, Type},
-    {"paste", 6, Paste},       {"wipe", 2, Wipe},                {"wheel", 4, Wheel},       {"in popup", 8, InPopup},
-    {"open list", 5, OpenList}, {"assist", 4, Assist},           {"copy", 2, Copy},         {"file", 4, LoadOrSave},
+    {"click", 30, Click},       {"double click", 4, DoubleClick},
+    {"drag", 8, Drag},          {"interrupt", 3, Interrupt},
+    {"hover", 4, Hover},        {"open tool", 6, OpenTool},
+    {"editor", 3, OpenEditor},  {"close", 3, Close},
+    {"roll", 3, Roll},          {"move", 2, MoveWindow},
+    {"key", 20, Key},           {"type", 10, Type},
+    {"paste", 6, Paste},        {"wipe", 2, Wipe},
+    {"wheel", 4, Wheel},        {"in popup", 8, InPopup},
+    {"open list", 5, OpenList}, {"assist", 4, Assist},
+    {"copy", 2, Copy},          {"file", 4, LoadOrSave},
+    {"edit", 8, Edit},          {"range", 4, Range},
 };
 
 void PrintLast() {
@@ -355,7 +483,8 @@ void NoteState() {
         if (row.Name != "frmEditQuestions") state += robot::Text(row.Name, "Status");
         for (const char c : state) texts = texts * 31 + static_cast<unsigned char>(c);
     }
-    for (const char c : run.Line + std::to_string(texts)) run.Hash = (run.Hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
+    for (const char c : run.Line + std::to_string(texts))
+        run.Hash = (run.Hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
 }
 
 bool Step() {
@@ -377,7 +506,8 @@ bool Step() {
         NoteState();
         if (!robot::Shown("frmMain")) return true;
         monkey::CheckAll();
-        Require(took <= (run.HugeText ? kSlowestWithHugeText : kSlowest), "took " + std::to_string(took) + " ms");
+        Require(took <= (run.HugeText ? kSlowestWithHugeText : kSlowest),
+                "took " + std::to_string(took) + " ms");
     } catch (const std::exception& broken) {
         PrintLastAndEnd(broken.what());
     }
@@ -434,13 +564,15 @@ int main(int argc, char** argv) {
     int count = 3;
     const platform::Application application(count, arguments);
     const std::filesystem::path home = MakePlaces();
-    platform::SetRandomSource([draws = std::mt19937(seed)]() mutable { return static_cast<float>(draws() >> 8) / 16777216.0F; });
+    platform::SetRandomSource(
+        [draws = std::mt19937(seed)]() mutable { return static_cast<float>(draws() >> 8) / 16777216.0F; });
     platform::SetSoundPlayer([](std::string_view name) {
-        if (!std::filesystem::exists(Text(PROGRAM_FOLDER "/sounds/").append(name))) PrintLastAndEnd("an unknown sound");
+        if (!std::filesystem::exists(Text(PROGRAM_FOLDER "/sounds/").append(name)))
+            PrintLastAndEnd("an unknown sound");
     });
     static const orvane::Tool kTools[] = {{0, monkey::kWindows[1].Open}, {1, monkey::kWindows[2].Open},
-                                              {5, monkey::kWindows[3].Open}, {6, monkey::kWindows[4].Open},
-                                              {7, monkey::kWindows[5].Open}, {8, monkey::kWindows[6].Open}};
+                                          {5, monkey::kWindows[3].Open}, {6, monkey::kWindows[4].Open},
+                                          {7, monkey::kWindows[5].Open}, {8, monkey::kWindows[6].Open}};
     orvane::frmMain::SetTools(kTools);
     robot::Hurry();
     robot::WhenToolkitWarns([](const Text& warning) { PrintLastAndEnd("the toolkit warns: " + warning); });
@@ -457,6 +589,6 @@ int main(int argc, char** argv) {
     while (run.Number < run.Events) Live();
     std::filesystem::remove_all(home);
     std::cout << run.Number << " events of seed " << seed << ", " << run.Lives << " starts, " << run.Boxes
-              << " boxes; slowest " << run.Slowest << " ms:" << run.SlowestLine << "; hash " << std::hex << run.Hash
-              << std::endl;
+              << " boxes; slowest " << run.Slowest << " ms:" << run.SlowestLine << "; hash " << std::hex
+              << run.Hash << std::endl;
 }

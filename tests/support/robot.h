@@ -33,8 +33,9 @@ void DoubleClick(std::string_view form, std::string_view control);
 // Turns the wheel over a control, up for steps above 0.
 void Wheel(std::string_view form, std::string_view control, int steps);
 
-// From now on nothing depends on how fast events follow each other: clicks are single ones but for DoubleClick,
-// letters in a list are searched for one by one, and no text is dragged away. For a program that does not wait.
+// From now on nothing depends on how fast events follow each other: clicks are single ones but for
+// DoubleClick, letters in a list are searched for one by one, and no text is dragged away. For a program that
+// does not wait.
 void Hurry();
 
 // A key by its name, such as "Tab", "Alt+N" or "Backspace"; goes to what has the focus in the window.
@@ -49,8 +50,8 @@ void OpenList(std::string_view form, std::string_view control);
 void Choose(std::string_view form, std::string_view control, int index);
 // A key that goes to the open list.
 void KeyInOpenList(std::string_view form, std::string_view control, std::string_view key);
-// The open list or menu, from the corner of the window; without width if there is none. It gets the keys and the
-// pointer of every window.
+// The open list or menu, from the corner of the window; without width if there is none. It gets the keys and
+// the pointer of every window.
 platform::Rect Popup(std::string_view form);
 
 // The desktop moves the window, or asks it to close.
@@ -96,8 +97,8 @@ int MessagesSeen();
 // Hands on what the toolkit complains about.
 void WhenToolkitWarns(void (*tell)(const std::string& warning));
 
-// Runs the program's event loop and takes the step whenever it is idle, until that gives false. Gives whether the
-// program ended first. A menu that waits for an answer in the middle of a step is closed.
+// Runs the program's event loop and takes the step whenever it is idle, until that gives false. Gives whether
+// the program ended first. A menu that waits for an answer in the middle of a step is closed.
 bool Live(const std::function<bool()>& step);
 
 // What assistive technology is told of a control, and its press action.

@@ -7,6 +7,7 @@ Prints the figures of every tenth round; fails if files or threads are more than
 grows steadily.
 """
 
+import contextlib
 import pathlib
 import statistics
 import time
@@ -47,6 +48,11 @@ class Hands:
             self.words += ["mousemove", *middle(control), "click", 1]
         return self
 
+    def turn_to(self, window):
+        """A window manager may take the first press in a window for itself."""
+        self.words += ["windowactivate", "--sync", window.number]
+        return self
+
     def keys(self, *keys):
         self.words += ["key", "--delay", 2, *keys]
         return self
@@ -67,31 +73,46 @@ class Hands:
         return self
 
 
-def a_round(launcher, windows, editor):
+def a_round(launcher, windows):
+    """The openings, the use, and the closings."""
     dice, finder, generator, counter, weapons, meter = windows
-    hands = Hands()
-    for button, *_ in TOOLS:
-        hands.click(launcher.button(button)).pause()
-    hands.click(meter.button("Editor")).pause(0.1)
-    hands.click(*[dice.button("Roll Dice !")] * 10, dice.button("Copy Result"), dice.box("Number")).keys("ctrl+a", "3")
+    opening = [Hands().turn_to(launcher).click(launcher.button(button)) for button, *_ in TOOLS]
+    hands = Hands().turn_to(dice).click(*[dice.button("Roll Dice !")] * 10, dice.button("Copy Result"), dice.box("Number")).keys("ctrl+a", "3")
     hands.choose(dice.list("Plus"), 1)
-    hands.click(finder.check("Auto"), finder.box("To")).keys("ctrl+a", "2", "0", "0", "BackSpace")
+    hands.turn_to(finder).click(finder.check("Auto"), finder.box("To")).keys("ctrl+a", "2", "0", "0", "BackSpace")
     hands.click(finder.button("Get Dice"))
+    hands.turn_to(generator)
     for steps, box in enumerate(("Sex", "Race", "Class"), 1):
         hands.choose(generator.list(box), steps)
     hands.click(*[generator.button("Randomize")] * 3, generator.button("Copy Result"))
-    hands.click(*[counter.button("+"), counter.button("-")] * 5, counter.button("Randomize"))
-    hands.click(*[weapons.button("Get Weapon")] * 10)
-    hands.click(*[c for c in meter.controls() if c.role == "push button" and ".)" in c.name])
+    hands.turn_to(counter).click(*[counter.button("+"), counter.button("-")] * 5, counter.button("Randomize"))
+    hands.turn_to(weapons).click(*[weapons.button("Get Weapon")] * 10)
+    hands.turn_to(meter).click(*[c for c in meter.controls() if c.role == "push button" and ".)" in c.name])
     for window in windows:
-        hands.click(*[window.button("_")] * 2).pause().drag(window.label(next(
+        hands.turn_to(window).click(*[window.button("_")] * 2).pause().drag(window.label(next(
             c.name for c in window.controls() if c.role == "label" and c.name.startswith("Orvane"))))
-    return hands, Hands().click(*(window.button("x") for window in windows)).pause(0.1)
+    return opening, hands, [Hands().turn_to(window).click(window.button("x")) for window in windows]
+
+
+def until(done, hands):
+    """Presses, and presses again if a window manager that turns to another window took the first press."""
+    for _ in range(5):
+        xdotool(*hands.words)
+        with contextlib.suppress(Failure):
+            return wait_for("what was pressed for", done, 2)
+    raise Failure("a button does nothing")
+
+
+def put_back(homes):
+    """After a drag, and where a window manager had its own idea of a place for what came back."""
+    for window, at in homes:
+        xdotool("windowmove", window.number, *at)
+    wait_for("the tools to be in their places", lambda: all(window.bounds[:2] == at for window, at in homes))
 
 
 def edit(editor, text):
     """The editor is made anew each time, so it is looked for where it stands."""
-    hands = Hands().click(editor.button("Open")).pause().keys("alt+q", "ctrl+a", *text)
+    hands = Hands().turn_to(editor).click(editor.button("Open")).pause().keys("alt+q", "ctrl+a", *text)
     hands.click(editor.button("Add >|"), editor.button("<<"), editor.button("|<<"), editor.button("Save")).pause()
     xdotool(*hands.words)
 
@@ -110,28 +131,32 @@ def soak(path, rounds=60):
         title, mark = "Question Editor (ini version 1.0a )", "Save"
         editor = walk.place(walk.program.window(title, mark))
         place = editor.bounds[:2]
-        hands, close = a_round(walk.launcher, windows, editor)
+        opening, hands, closing = a_round(walk.launcher, windows)
         homes = [(window, window.bounds[:2]) for window in windows]
 
         grown, ends = [], None
         started = time.monotonic()
         print("round   private KiB   open files   threads")
         for number in range(int(rounds)):
+            walk.launcher.activate()
+            for window, button in zip(windows, opening):
+                until(lambda: window.number in walk.program.window_numbers(), button)
+            put_back(homes)
             xdotool(*hands.words)
-            if number:
-                editor = walk.program.window(title, mark)
-                xdotool("windowmove", editor.number, *place)
+            put_back(homes)
+            until(lambda: len(walk.program.window_numbers()) == len(windows) + 2, Hands().turn_to(meter).click(meter.button("Editor")))
+            editor = walk.program.window(title, mark)
+            xdotool("windowmove", editor.number, *place)
             text = f"round{number}"
             edit(editor, text)
             wait_for(f"the question of {text} in the file", lambda: f"question={text}" in saved.read_text())
-            if not clipboard().startswith(("Male", "Female")):
+            if not clipboard().startswith(("Dice:", "Male", "Female")):
                 raise Failure(f"the last that was copied is {clipboard()!r}")
             editor.activate()
             press("alt+F4")
-            for window, at in homes:
-                xdotool("windowmove", window.number, *at)
-            xdotool(*close.words)
-            wait_for("the tools to close", lambda: len(walk.program.window_numbers()) == 1)
+            put_back(homes)
+            for window, button in zip(windows, closing):
+                until(lambda: window.number not in walk.program.window_numbers(), button)
             grown.append(memory(pid))
             if number == 0 or (number + 1) % 10 == 0:
                 if ends is None:

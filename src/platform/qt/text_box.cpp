@@ -112,8 +112,9 @@ class TextArea : public QPlainTextEdit {
         document()->setDocumentMargin(0);
     }
 
-    // A word of many lines breaks anywhere, but the toolkit finds that out by measuring all the rest of it for each
-    // line. It is spared this for a text that could hold such a word, and for what an undo may bring back.
+    // A word of many lines breaks anywhere, but the toolkit finds that out by measuring all the rest of it
+    // for each line. It is spared this for a text that could hold such a word, and for what an undo may bring
+    // back.
     void WrapFor(qsizetype length) {
         constexpr qsizetype kLongText = 5000;
         setWordWrapMode(length > kLongText ? QTextOption::WrapAnywhere

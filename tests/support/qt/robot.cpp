@@ -112,7 +112,8 @@ void Release(std::string_view form, Point at, Button button) {
     QTest::mouseRelease(WindowOf(form), ToQt(button), {}, ToQt(at));
     // Two clicks of a test are two, however fast they come.
     const int apart = std::max(QTest::mouseDoubleClickInterval, QApplication::doubleClickInterval());
-    if (QTest::lastMouseTimestamp > std::numeric_limits<int>::max() - 2 * apart) QTest::lastMouseTimestamp = 0;
+    if (QTest::lastMouseTimestamp > std::numeric_limits<int>::max() - 2 * apart)
+        QTest::lastMouseTimestamp = 0;
     QTest::lastMouseTimestamp += apart;
 }
 
@@ -314,8 +315,8 @@ std::vector<std::string> Controls(std::string_view form) {
     std::vector<std::string> names;
     for (const QObject* child : window.children()) {
         const auto* widget = qobject_cast<const QWidget*>(child);
-        if (widget != nullptr && !widget->isWindow() && !widget->isHidden() && !widget->objectName().isEmpty() &&
-            !widget->testAttribute(Qt::WA_TransparentForMouseEvents) &&
+        if (widget != nullptr && !widget->isWindow() && !widget->isHidden() &&
+            !widget->objectName().isEmpty() && !widget->testAttribute(Qt::WA_TransparentForMouseEvents) &&
             window.rect().contains(widget->geometry().center()))
             names.push_back(widget->objectName().toStdString());
     }
@@ -392,7 +393,8 @@ void WhenToolkitWarns(void (*tell)(const std::string& warning)) {
     listener = tell;
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
         // Of pointers outside of a window, and of a desktop that is none.
-        if (!text.contains("occurs outside target window") && !text.startsWith("This plugin does not support"))
+        if (!text.contains("occurs outside target window") &&
+            !text.startsWith("This plugin does not support"))
             listener(text.toStdString());
     });
 }
