@@ -80,6 +80,7 @@ Text AnyForm() {
     }
     const Text form = OneOf(shown);
     Note(form);
+    robot::TurnTo(form);
     return form;
 }
 
@@ -348,6 +349,7 @@ void Copy() {
     Note(form);
     const auto canBePressed = [&] { return robot::Shown(form) && robot::Bounds(form).Height > 32; };
     if (!canBePressed() || robot::Popup(form).Width > 0) return;
+    robot::TurnTo(form);
     robot::Click(form, "Cmnd(0)");
     const Text copied = robot::Clipboard();
     Require(copied == robot::Text(form, box) && copied.find("\r\n") != copied.npos,
@@ -406,6 +408,7 @@ void Edit() {
     const Text form = "frmEditQuestions";
     if (!robot::Shown(form) || robot::Popup("frmMain").Width > 0) return;
     const Text control = OneIn(2) ? OneOf(kBoxes) : OneOf(kWays);
+    robot::TurnTo(form);
     Note(control);
     robot::Click(form, control);
     if (control.starts_with("txt")) robot::Type(form, std::to_string(run.Number));
@@ -440,14 +443,14 @@ constexpr Event kEvents[] = {
     {"click", 30, Click},       {"double click", 4, DoubleClick},
     {"drag", 8, Drag},          {"interrupt", 3, Interrupt},
     {"hover", 4, Hover},        {"open tool", 6, OpenTool},
-    {"editor", 3, OpenEditor},  {"close", 3, Close},
+    {"editor", 6, OpenEditor},  {"close", 3, Close},
     {"roll", 3, Roll},          {"move", 2, MoveWindow},
     {"key", 20, Key},           {"type", 10, Type},
     {"paste", 6, Paste},        {"wipe", 2, Wipe},
     {"wheel", 4, Wheel},        {"in popup", 8, InPopup},
     {"open list", 5, OpenList}, {"assist", 4, Assist},
     {"copy", 2, Copy},          {"file", 4, LoadOrSave},
-    {"edit", 8, Edit},          {"range", 4, Range},
+    {"edit", 16, Edit},         {"range", 4, Range},
 };
 
 void PrintLast() {

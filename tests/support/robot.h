@@ -19,6 +19,9 @@ struct Point {
     double Y = 0;
 };
 
+// The desktop turns to a window, as it does before a press or a key, unless an open list or menu has them all.
+void TurnTo(std::string_view form);
+
 // In a window: the pointer goes to a place of the window.
 void Move(std::string_view form, Point at);
 void Press(std::string_view form, Point at, Button button = Button::Left);

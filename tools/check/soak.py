@@ -45,12 +45,12 @@ class Hands:
 
     def click(self, *controls):
         for control in controls:
-            self.words += ["mousemove", *middle(control), "click", 1]
+            self.words += ["mousemove", *middle(control), "click", "--delay", 20, 1]
         return self
 
     def turn_to(self, window):
         """A window manager may take the first press in a window for itself."""
-        self.words += ["windowactivate", "--sync", window.number]
+        self.words += ["windowactivate", window.number, "sleep", 0.05]
         return self
 
     def keys(self, *keys):
@@ -62,7 +62,7 @@ class Hands:
         return self
 
     def choose(self, box, steps):
-        return self.click(box).pause(0.06).keys(*["Down"] * steps, "Return").pause(0.02)
+        return self.click(box).pause(0.1).keys(*["Down"] * steps, "Return").pause(0.1)
 
     def drag(self, title):
         x, y = middle(title)

@@ -58,16 +58,6 @@ QWindow* WindowOf(std::string_view form) {
     return widget.windowHandle();
 }
 
-// The desktop turns to the window that gets a press or a key, unless an open list or menu has them all.
-QWindow* ActiveWindowOf(std::string_view form) {
-    QWindow* window = WindowOf(form);
-    if (QGuiApplication::focusWindow() != window && QApplication::activePopupWidget() == nullptr) {
-        window->requestActivate();
-        QCoreApplication::processEvents();
-    }
-    return window;
-}
-
 Qt::MouseButton ToQt(Button button) {
     switch (button) {
         case Button::Middle: return Qt::MiddleButton;
@@ -102,10 +92,17 @@ QAccessibleInterface* Accessible(std::string_view form, std::string_view control
 
 }  // namespace
 
+void TurnTo(std::string_view form) {
+    QWindow* window = WindowOf(form);
+    if (QGuiApplication::focusWindow() == window || QApplication::activePopupWidget() != nullptr) return;
+    window->requestActivate();
+    QCoreApplication::processEvents();
+}
+
 void Move(std::string_view form, Point at) { QTest::mouseMove(WindowOf(form), ToQt(at)); }
 
 void Press(std::string_view form, Point at, Button button) {
-    QTest::mousePress(ActiveWindowOf(form), ToQt(button), {}, ToQt(at));
+    QTest::mousePress(WindowOf(form), ToQt(button), {}, ToQt(at));
 }
 
 void Release(std::string_view form, Point at, Button button) {
@@ -136,7 +133,7 @@ void Click(std::string_view form, std::string_view control, Button button) {
 
 void DoubleClick(std::string_view form, std::string_view control) {
     const Point middle = Middle(form, control);
-    QTest::mouseDClick(ActiveWindowOf(form), Qt::LeftButton, {}, ToQt(middle));
+    QTest::mouseDClick(WindowOf(form), Qt::LeftButton, {}, ToQt(middle));
 }
 
 void Wheel(std::string_view form, std::string_view control, int steps) {
@@ -148,10 +145,10 @@ void Wheel(std::string_view form, std::string_view control, int steps) {
     QCoreApplication::sendEvent(window, &wheel);
 }
 
-void Key(std::string_view form, std::string_view key) { SendKey(ActiveWindowOf(form), key); }
+void Key(std::string_view form, std::string_view key) { SendKey(WindowOf(form), key); }
 
 void Type(std::string_view form, std::string_view text) {
-    QWindow* window = ActiveWindowOf(form);
+    QWindow* window = WindowOf(form);
     for (const char32_t c : Name(text).toStdU32String()) {
         LetSearchEnd();
         if (c < 0x80) {
