@@ -64,8 +64,6 @@ void DesktopCloses(std::string_view form);
 bool Shown(std::string_view form);
 // The shown windows of the program, message boxes included, by name or title.
 std::vector<std::string> ShownWindows();
-// The controls of a window, by name.
-std::vector<std::string> Controls(std::string_view form);
 platform::Rect Bounds(std::string_view form);
 platform::Rect Bounds(std::string_view form, std::string_view control);
 // What a user reads on a control: a caption without the mark of its access key, a text, a selected entry.

@@ -7,5 +7,5 @@ source tools/packages.sh
 need build start tour faults
 quietly cmake --preset release
 quietly cmake --build --preset release
-PYTHONPATH=tools/tour exec /usr/bin/python3 -B tests/display/faults_test.py \
+PYTHONPATH=tools/tour:tests/display exec /usr/bin/python3 -B tools/check/faults.py \
     build/release/program/orvane-utilities all

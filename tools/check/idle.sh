@@ -8,5 +8,5 @@ source tools/packages.sh
 need build start tour idle
 quietly cmake --preset release
 quietly cmake --build --preset release
-PYTHONPATH=tools/tour exec /usr/bin/python3 -B tests/display/idle_test.py \
+PYTHONPATH=tools/tour:tests/display exec /usr/bin/python3 -B tools/check/idle.py \
     build/release/program/orvane-utilities "${1-10}"

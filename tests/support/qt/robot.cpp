@@ -225,15 +225,6 @@ std::vector<std::string> ShownWindows() {
     return names;
 }
 
-std::vector<std::string> Controls(std::string_view form) {
-    std::vector<std::string> names;
-    for (const QWidget* control : FindForm(form).findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        if (!control->testAttribute(Qt::WA_TransparentForMouseEvents))
-            names.push_back(control->objectName().toStdString());
-    }
-    return names;
-}
-
 platform::Rect Bounds(std::string_view form) { return ToRect(FindForm(form).geometry()); }
 
 platform::Rect Bounds(std::string_view form, std::string_view control) {

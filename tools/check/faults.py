@@ -1,7 +1,7 @@
 """The real program in a broken world: a display that goes away, a home that cannot be written, no answer from
 the sound server or the clipboard, a clock that jumps, an end from outside.
 
-usage: faults_test.py PROGRAM [all]
+usage: faults.py PROGRAM [all]
 
 Prints a line for each fault. With "all" it tries those too that take their time.
 """

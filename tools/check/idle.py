@@ -1,7 +1,7 @@
 """An idle program does nothing at all: none of its threads runs, so none can make a system call. With the
 focus in a text box only the cursor blinks.
 
-usage: idle_test.py PROGRAM [SECONDS]
+usage: idle.py PROGRAM [SECONDS]
 
 With a number of seconds it looks that long at several states of the program, counts system calls as well, and
 prints what it counted.
@@ -16,7 +16,7 @@ import time
 
 from desktop import Failure, desktop, expect, main, press, wait_for, xdotool
 from program import Program
-from faults_test import TOOLS, Session, surroundings, wait_for_silence
+from faults import TOOLS, Session, surroundings, wait_for_silence
 
 
 def runs(program):
