@@ -191,7 +191,7 @@ def check_roll(desk, windows):
         left, top, width, height = window.bounds
         for glyph, wanted in (("_", 32), ("=", None)):
             window.button(glyph).click()
-            wanted = wanted or {305: 321 if window.name == "Form1" else 305}.get(height, height)
+            wanted = wanted or {305: 321 if window.name == "Orvane Alingment meter" else 305}.get(height, height)
             expect(f"{window.name} after {glyph}", lambda: window.bounds, (left, top, width, wanted))
             outer = desk.server.outer(window.number)
             expect("the room of the window manager", lambda: outer.get_geometry().height, wanted)
