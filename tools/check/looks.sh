@@ -40,7 +40,7 @@ look() { # NAME DENSITY SETTING...
     local result
     if result=$(env LSAN_OPTIONS="suppressions=tests/support/leaks.supp:print_suppressions=0" QT_SCALE_FACTOR="$2" \
         "${@:3}" timeout 120 build/sanitize/tests/window_tests --gtest_filter="${filter-Look*}" 2>&1); then
-        result="holds: ${filter-every text whole, all in its place}"
+        result="holds: ${holds-every text whole, all in its place}"
     else
         code=1 result=$(grep -E 'Failure|which is|: |ERROR' <<<"$result" | head -n 20)
     fi
@@ -59,7 +59,7 @@ language() { # NAME LOCALE SEPARATOR
     local roll shows=missing settings=(LOCPATH="$work/locale" LC_ALL="$2")
     mkdir -p "$work/locale"
     localedef -i "${2%.*}" -f UTF-8 "$work/locale/$2" 2>/dev/null || [[ -d $work/locale/$2 ]]
-    filter=*-$rolls look "$1" 1 "${settings[@]}"
+    filter=*-$rolls holds="every window does what it does elsewhere" look "$1" 1 "${settings[@]}"
     roll=$(env "${settings[@]}" build/sanitize/tests/window_tests --gtest_filter="$rolls" 2>&1 || true)
     # The test looks for a point itself.
     [[ $roll == *"Average: 4${3}5"* || ($3 == . && $roll != *FAILED*) ]] && shows=$3 || code=1
@@ -71,5 +71,5 @@ language arabic ar_EG.UTF-8 ٫
 language hebrew he_IL.UTF-8 .
 for set in desktop dejavu liberation free; do look "fonts-$set" 1 FONTCONFIG_FILE="$work/$set.conf"; done
 # Nothing can be read then, but nothing may end.
-filter='Look.Nothing*' look fonts-none 1 FONTCONFIG_FILE="$work/none.conf"
+filter='Look.Nothing*' holds="nothing ends, nothing is mirrored" look fonts-none 1 FONTCONFIG_FILE="$work/none.conf"
 exit $code
