@@ -1,9 +1,11 @@
 """What was copied outlives the program on a desktop with a clipboard manager that asks for it at the end.
+One that hangs holds nobody up.
 
 usage: clipboard_test.py PROGRAM
 """
 
 import ctypes
+import signal
 import subprocess
 
 from desktop import clipboard, desktop, expect, main, start, wait_for
@@ -21,21 +23,30 @@ def manager_is_there():
     return owner != 0
 
 
+def copy_and_leave(path, home, manager=None):
+    program = Program(path, home)
+    launcher = program.window("Orvane Stats Generator", "Exit")
+    launcher.move(0, 0)
+    launcher.button("Dice Roller").click()
+    dice = program.window("Orvane Stats Generator", "Roll Dice !")
+    roll = dice.box("Result").text.replace("\n", "\r\n")
+    dice.button("Copy Result").click()
+    expect("the copied roll", clipboard, roll)
+    if manager:
+        manager.send_signal(signal.SIGSTOP)
+    launcher.button("Exit").click()
+    program.expect_end(seconds=2)
+    return roll
+
+
 def check(path):
     with desktop() as home:
-        start("xfsettingsd", "--no-daemon", stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        manager = start("xfsettingsd", "--no-daemon", stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         wait_for("the clipboard manager", manager_is_there)
-        program = Program(path, home)
-        launcher = program.window("Orvane Stats Generator", "Exit")
-        launcher.move(0, 0)
-        launcher.button("Dice Roller").click()
-        dice = program.window("Orvane Stats Generator", "Roll Dice !")
-        roll = dice.box("Result").text.replace("\n", "\r\n")
-        dice.button("Copy Result").click()
-        expect("the copied roll", clipboard, roll)
-        launcher.button("Exit").click()
-        program.expect_end(seconds=2)
+        roll = copy_and_leave(path, home)
         expect("the copied roll after the end", clipboard, roll)
+        copy_and_leave(path, home, manager)  # that hangs
+        manager.kill()
 
 
 if __name__ == "__main__":

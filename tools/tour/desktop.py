@@ -13,7 +13,7 @@ import tempfile
 import time
 
 PATIENCE = 10  # seconds until what should happen at once counts as not happening
-DENSITY = float(os.environ.get("QT_SCALE_FACTOR", 1))  # pixels of the screen in one of the program's
+DENSITY = float(os.environ.get("QT_SCALE_FACTOR") or 1)  # pixels of the screen in one of the program's
 
 
 class Failure(Exception):
@@ -140,8 +140,8 @@ def enter(text):
         xdotool("type", "--delay", 5, "--", text)
 
 
-def clipboard():
-    done = subprocess.run(["xclip", "-out", "-selection", "clipboard", "-target", "UTF8_STRING"],
+def clipboard(selection="clipboard"):
+    done = subprocess.run(["xclip", "-out", "-selection", selection, "-target", "UTF8_STRING"],
                           capture_output=True, timeout=PATIENCE)
     return done.stdout.decode()
 

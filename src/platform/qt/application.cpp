@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "platform/qt/accessibility.h"
+#include "platform/qt/paste_guard.h"
 #include "platform/qt/toolkit.h"
 
 // Last, since its macros take common names.
@@ -50,9 +51,9 @@ void Application::Run() {
     std::atexit([] { std::_Exit(EXIT_FAILURE); });
     XSetIOErrorHandler([](Display*) -> int { std::_Exit(EXIT_FAILURE); });
     const int result = QApplication::exec();
-    // Taking the toolkit down hands the clipboard over. What is left, a sound and its thread, ends with the
-    // process.
-    delete application;
+    // Taking the toolkit down hands the clipboard over, for which it would wait long. What is left, a sound
+    // and its thread, ends with the process.
+    if (ClipboardManagerAnswers()) delete application;
     std::_Exit(result);
 }
 

@@ -10,6 +10,7 @@
 #include <QMouseEvent>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace platform {
@@ -31,25 +32,25 @@ xcb_atom_t Atom(xcb_connection_t* server, std::string_view name) {
 class Asker {
  public:
     Asker() {
-        if (xcb_connection_has_error(server_) != 0) return;
+        if (!Connected()) return;
         window_ = xcb_generate_id(server_);
         const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(server_)).data;
         xcb_create_window(server_, 0, window_, screen->root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0, 0,
                           nullptr);
     }
 
-    // Whether the owner of a selection tells in time what it has. Without an owner the display server itself
-    // answers.
+    // False if the owner of a selection does not tell in time what it has. Without an owner the display
+    // server itself answers.
     bool OwnerAnswers(std::string_view selection) {
-        while (NextEvent()) {
+        while (Connected() && NextEvent()) {
         }
         const xcb_atom_t targets = Atom(server_, "TARGETS");
         xcb_convert_selection(server_, window_, Atom(server_, selection), targets, targets, XCB_CURRENT_TIME);
         xcb_flush(server_);
         QElapsedTimer timer;
         timer.start();
-        for (qint64 left = kPatience; left > 0 && xcb_connection_has_error(server_) == 0;
-             left = kPatience - timer.elapsed()) {
+        for (qint64 left = kPatience; Connected(); left = kPatience - timer.elapsed()) {
+            if (left <= 0) return false;
             if (const auto event = NextEvent()) {
                 if ((event->response_type & 0x7F) == XCB_SELECTION_NOTIFY) return true;
             } else {
@@ -57,22 +58,35 @@ class Asker {
                 poll(&readable, 1, static_cast<int>(left));
             }
         }
-        return false;
+        return true;
     }
 
  private:
+    bool Connected() const { return xcb_connection_has_error(server_) == 0; }
     Freed<xcb_generic_event_t> NextEvent() { return {xcb_poll_for_event(server_), std::free}; }
 
     xcb_connection_t* const server_ = xcb_connect(nullptr, nullptr);
     xcb_window_t window_ = XCB_NONE;
 };
 
-bool CanAsk(QClipboard::Mode mode) {
-    const QClipboard& clipboard = *QGuiApplication::clipboard();
-    const bool own = mode == QClipboard::Selection ? clipboard.ownsSelection() : clipboard.ownsClipboard();
-    if (own || QGuiApplication::platformName() != "xcb") return true;
+bool OwnerAnswers(std::string_view selection) {
+    if (QGuiApplication::platformName() != "xcb") return true;
     static auto* asker = new Asker;
-    return asker->OwnerAnswers(mode == QClipboard::Selection ? "PRIMARY" : "CLIPBOARD");
+    return asker->OwnerAnswers(selection);
+}
+
+bool CanPaste(QClipboard::Mode mode) {
+    const QClipboard& clipboard = *QGuiApplication::clipboard();
+    if (mode == QClipboard::Selection) return clipboard.ownsSelection() || OwnerAnswers("PRIMARY");
+    return clipboard.ownsClipboard() || OwnerAnswers("CLIPBOARD");
+}
+
+// What the toolkit pastes for a key, if it pastes at all.
+std::optional<QClipboard::Mode> PastedBy(const QKeyEvent& key) {
+    if (!key.matches(QKeySequence::Paste)) return std::nullopt;
+    const bool selection =
+        key.key() == Qt::Key_Insert && key.modifiers() == (Qt::ControlModifier | Qt::ShiftModifier);
+    return selection ? QClipboard::Selection : QClipboard::Clipboard;
 }
 
 }  // namespace
@@ -82,17 +96,25 @@ PasteGuard& PasteGuard::Instance() {
     return *guard;
 }
 
-bool PasteGuard::eventFilter(QObject*, QEvent* event) {
+bool PasteGuard::eventFilter(QObject* watched, QEvent* event) {
+    // Of several lines it is the viewport that gets the pointer's events.
+    const QObject* box = watched->property("readOnly").isValid() ? watched : watched->parent();
+    if (box->property("readOnly").toBool()) return false;
     switch (event->type()) {
-        case QEvent::KeyPress:
-            return static_cast<QKeyEvent*>(event)->matches(QKeySequence::Paste) &&
-                   !CanAsk(QClipboard::Clipboard);
-        case QEvent::ContextMenu: return !CanAsk(QClipboard::Clipboard);
+        case QEvent::KeyPress: {
+            const auto pasted = PastedBy(*static_cast<QKeyEvent*>(event));
+            return pasted && !CanPaste(*pasted);
+        }
+        case QEvent::ContextMenu: return !CanPaste(QClipboard::Clipboard);
         case QEvent::MouseButtonRelease:
             return static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton &&
-                   !CanAsk(QClipboard::Selection);
+                   !CanPaste(QClipboard::Selection);
         default: return false;
     }
+}
+
+bool ClipboardManagerAnswers() {
+    return !QGuiApplication::clipboard()->ownsClipboard() || OwnerAnswers("CLIPBOARD_MANAGER");
 }
 
 }  // namespace platform
