@@ -17,6 +17,8 @@
 namespace platform {
 namespace {
 
+constexpr int kWidestFrame = 50;  // pixels that a window manager may put round a window
+
 int ToPixels(float twips) { return static_cast<int>(std::lround(twips / kTwipsPerPixel)); }
 
 Qt::WindowFlags FlagsOf(FormFrame frame) {
@@ -120,7 +122,9 @@ void FormWidget::moveEvent(QMoveEvent* event) {
     }
     if (event->pos() == QPoint(ToPixels(left_), ToPixels(top_))) return;
     // A tiling window manager puts a new window off by the frame that it takes away again.
-    if (now < std::exchange(settledAt_, {})) return MoveTo(left_, top_);
+    const QPoint off = event->pos() - QPoint(ToPixels(left_), ToPixels(top_));
+    const bool byFrame = QRect(0, 0, kWidestFrame, kWidestFrame).contains(off);
+    if (now < std::exchange(settledAt_, {}) && byFrame) return MoveTo(left_, top_);
     left_ = static_cast<float>(event->pos().x()) * kTwipsPerPixel;
     top_ = static_cast<float>(event->pos().y()) * kTwipsPerPixel;
 }
