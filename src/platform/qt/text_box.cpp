@@ -93,6 +93,13 @@ class LineBox : public QLineEdit {
     LineLimit* limit_ = nullptr;
 };
 
+qsizetype LongestWord(const QString& text) {
+    qsizetype longest = 0;
+    qsizetype length = 0;
+    for (const QChar c : text) longest = std::max(longest, length = c.isSpace() ? 0 : length + 1);
+    return longest;
+}
+
 // A text of several lines keeps LF inside and gives CR LF away.
 class TextArea : public QPlainTextEdit {
  public:
@@ -113,18 +120,17 @@ class TextArea : public QPlainTextEdit {
     }
 
     // A word of many lines breaks anywhere, but the toolkit finds that out by measuring all the rest of it
-    // for each line. It is spared this for a text that could hold such a word, and for what an undo may bring
-    // back.
-    void WrapFor(qsizetype length) {
-        constexpr qsizetype kLongText = 5000;
-        setWordWrapMode(length > kLongText ? QTextOption::WrapAnywhere
-                                           : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    // for each line. It is spared this while there may be such a word, if only as what an undo brings back.
+    void WrapFor(qsizetype longestWord) {
+        constexpr qsizetype kLongWord = 5000;
+        setWordWrapMode(longestWord > kLongWord ? QTextOption::WrapAnywhere
+                                                : QTextOption::WrapAtWordBoundaryOrAnywhere);
     }
 
  protected:
     void insertFromMimeData(const QMimeData* source) override {
         if (wordWrapMode() != QTextOption::WrapAnywhere)
-            WrapFor(document()->characterCount() + source->text().size());
+            WrapFor(LongestWord(Text()) + LongestWord(source->text()));
         QPlainTextEdit::insertFromMimeData(source);
     }
     QMimeData* createMimeDataFromSelection() const override {
@@ -176,9 +182,9 @@ void TextBox::SetText(std::string_view text) {
         auto& area = static_cast<TextArea&>(*Toolkit().Widget);
         area.document()->clearUndoRedoStacks();
         if (area.Text() != wanted) {
-            area.WrapFor(std::max(area.Text().size(), wanted.size()));
+            area.WrapFor(std::max(LongestWord(area.Text()), LongestWord(wanted)));
             area.setPlainText(wanted);
-            area.WrapFor(wanted.size());
+            area.WrapFor(LongestWord(wanted));
         }
         return;
     }
