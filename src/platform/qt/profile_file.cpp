@@ -52,12 +52,13 @@ class NoSizeSignal {
 // A file beside the one that it is to replace. It is gone again unless it has taken that one's place.
 class NewFile {
  public:
-    NewFile(const Path& folder, mode_t mode) {
+    NewFile(const Path& target, mode_t mode) {
         // Under the usual name the next save finds what a killed one has left. Where another process is
         // saving, or something else lies at that name, any other name does.
         const std::string usual = ".orvane-save";
         for (const std::string& name : {usual, usual, UnusedName()}) {
-            path_ = folder / name;
+            path_ = target.parent_path() / name;
+            if (path_ == target) continue;
             RemoveLeftOver();
             file_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
             if (file_ < 0) continue;
@@ -201,7 +202,7 @@ bool ReplaceProfileFile(const Path& file, std::string_view bytes) {
     }
 
     const NoSizeSignal noSizeSignal;
-    NewFile made(folder, exists ? 0600 : 0666);
+    NewFile made(target, exists ? 0600 : 0666);
     if (!made.IsOpen() || !made.Write(bytes)) return false;
     if (exists && !made.TakeRights(status)) return false;
     if (!made.Replace(target)) return false;
