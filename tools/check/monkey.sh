@@ -8,5 +8,5 @@ need build start test
 
 cmake --preset sanitize >/dev/null
 cmake --build --preset sanitize --target monkey >/dev/null
-export LSAN_OPTIONS=suppressions=$PWD/tests/support/leaks.supp:print_suppressions=0 UBSAN_OPTIONS=print_stacktrace=1
+export LSAN_OPTIONS="suppressions='$PWD/tests/support/leaks.supp':print_suppressions=0" LC_ALL=C.UTF-8 QT_SCALE_FACTOR= UBSAN_OPTIONS=print_stacktrace=1
 time build/sanitize/tests/monkey --events "${1:-200000}" --seed "${2:-1}"
