@@ -11,7 +11,7 @@ quietly cmake --build --preset release
 quietly cmake --preset sanitize
 
 echo "layout: clang-format"
-git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
+find src tests tools -name '*.cpp' -o -name '*.h' | xargs clang-format --dry-run -Werror
 
 echo "reading: cppcheck"
 # It takes the reference to a window's control for one to a temporary, and a benchmark for a callback.
@@ -20,7 +20,7 @@ cppcheck --project=build/release/compile_commands.json -i build --enable=warning
     --std=c++20 --library=qt --quiet --error-exitcode=1 "${suppressed[@]/#/--suppress=}"
 
 files=("$@")
-((${#files[@]})) || readarray -t files < <(git ls-files 'src/*.cpp')
+((${#files[@]})) || readarray -t files < <(find src -name '*.cpp' | sort)
 echo "reading: clang-tidy, ${#files[@]} files"
 printf '%s\0' "${files[@]}" | xargs -0 -n 1 -P "$(nproc)" \
     clang-tidy -p build/release --quiet --extra-arg=-Wno-unknown-warning-option 2>/dev/null

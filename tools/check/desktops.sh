@@ -3,8 +3,9 @@
 # screens. Prints what each check saw and leaves pictures of the whole screen in FOLDER.
 # usage: desktops.sh [FOLDER]
 set -euo pipefail
-folder=$(realpath -m "${1-build/desktops}")
-cd "$(dirname "$0")/../.."
+folder=${1:+$(realpath -m "$1")}
+cd "$(dirname "$(readlink -f "$0")")/../.."
+folder=${folder:-$PWD/build/desktops}
 source tools/packages.sh
 need build start tour desktops
 

@@ -3,8 +3,9 @@
 # text of every window is whole and stands where it should, and leaves pictures of the windows in FOLDER.
 # usage: looks.sh [FOLDER]
 set -euo pipefail
-folder=$(realpath -m "${1-build/looks}")
-cd "$(dirname "$0")/../.."
+folder=${1:+$(realpath -m "$1")}
+cd "$(dirname "$(readlink -f "$0")")/../.."
+folder=${folder:-$PWD/build/looks}
 source tools/packages.sh
 need build start tour test looks
 
@@ -44,7 +45,7 @@ look() { # NAME DENSITY SETTING...
     else
         code=1 result=$(grep -E 'Failure|which is|: |ERROR' <<<"$result" | head -n 20)
     fi
-    env "${@:3}" timeout 120 tools/picture_windows.sh "$2" "$folder/$1"
+    env "${@:3}" timeout 120 tools/picture_windows.sh "$2" "$folder/$1" || code=1 result+="; no pictures"
     printf '%-12s %s\n' "$1" "$result"
 }
 
@@ -62,7 +63,7 @@ language() { # NAME LOCALE SEPARATOR
     filter=*-$rolls holds="every window does what it does elsewhere" look "$1" 1 "${settings[@]}"
     roll=$(env "${settings[@]}" build/sanitize/tests/window_tests --gtest_filter="$rolls" 2>&1 || true)
     # The test looks for a point itself.
-    [[ $roll == *"Average: 4${3}5"* || ($3 == . && $roll != *FAILED*) ]] && shows=$3 || code=1
+    [[ $roll == *"Average: 4${3}5"* || ($3 == . && $roll == *"PASSED"*" 1 test"*) ]] && shows=$3 || code=1
     printf '%-12s decimal separator %s\n' "$1" "$shows"
 }
 rolls=DiceRoller.RollsWhenItOpensAndOnRequest

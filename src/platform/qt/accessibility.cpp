@@ -39,6 +39,7 @@ class AccessibleForm : public QAccessibleWidget {
             auto* inside = qobject_cast<QWidget*>(object);
             if (inside == nullptr || inside->isWindow()) continue;
             QAccessibleInterface* child = QAccessible::queryAccessibleInterface(inside);
+            if (child == nullptr) continue;
             if (child->role() != QAccessible::Graphic || !child->text(QAccessible::Name).isEmpty())
                 children.push_back(child);
         }
