@@ -1,39 +1,27 @@
 #include "frame/chrome.h"
 
-#include <gtest/gtest.h>
-
-#include "dice/frmDice.h"
 #include "frame/theme.h"
-#include "platform/random.h"
-#include "support/robot.h"
-#include "support/sounds.h"
+#include "support/window_test.h"
 
 using namespace orvane;
-using platform::TheForm;
 
 namespace {
 
 constexpr std::string_view kForm = "frmDice";
 
-class Chrome : public testing::Test {
+class Chrome : public WindowTest {
  protected:
-    void SetUp() override {
-        SoundEnabled = kTrue;
-        TheForm<frmDice>().Show();
+    Chrome() {
+        Show<frmDice>();
         window.SetLeft(3000);
         window.SetTop(3000);
         listener.Heard();
     }
-    void TearDown() override { platform::UnloadForm<frmDice>(); }
 
-    platform::ScriptedRandom draws{{0.0F, 0.9F}};
-    Listener listener;
-    frmDice& window = TheForm<frmDice>();
+    frmDice& window = platform::TheForm<frmDice>();
 };
 
 TEST_F(Chrome, MovesByTwipsForPixels) {
-    robot::Hover(kForm, "lblTitle");
-    EXPECT_EQ(robot::Text(kForm, "Status"), "Drag and move to move window");
     const robot::Point grip = robot::Middle(kForm, "lblTitle");
     for (const robot::Button button : {robot::Button::Left, robot::Button::Right}) {
         window.SetLeft(3000);
@@ -69,7 +57,7 @@ TEST_F(Chrome, AButtonIsPressedWhereThePointerIs) {
     EXPECT_TRUE(listener.Heard().empty());
     robot::Click(kForm, "Cmnd(1)", robot::Button::Right);
     robot::DoubleClick(kForm, "Cmnd(1)");
-    EXPECT_EQ(listener.Heard(), (std::vector<std::string>(3, "chant.wav")));
+    EXPECT_EQ(listener.Heard(), (Strings(3, "chant.wav")));
 }
 
 TEST_F(Chrome, RollsUpAndDownAndClosesAsTheDesktopAsks) {
@@ -82,7 +70,7 @@ TEST_F(Chrome, RollsUpAndDownAndClosesAsTheDesktopAsks) {
         EXPECT_EQ(robot::Text(kForm, "Cmnd(4)"), glyph);
     }
     robot::DesktopCloses(kForm);
-    EXPECT_EQ(listener.Heard(), (std::vector<std::string>{"click.wav", "click.wav", "quit.wav"}));
+    EXPECT_EQ(listener.Heard(), (Strings{"click.wav", "click.wav", "quit.wav"}));
     EXPECT_FALSE(window.Visible());
     // A window that comes back stands where it stood.
     window.SetLeft(1500);

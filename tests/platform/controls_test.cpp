@@ -44,9 +44,8 @@ class Controls : public testing::Test {
         return [this, event] { events.push_back(event); };
     }
     auto NoteAt(std::string event) {
-        return [this, event](float x, float y) {
-            events.push_back(event + " " + std::to_string(static_cast<int>(x)) + "," +
-                             std::to_string(static_cast<int>(y)));
+        return [this, event](int x, int y) {
+            events.push_back(event + " " + std::to_string(x) + "," + std::to_string(y));
         };
     }
     std::vector<std::string> Events() { return std::exchange(events, {}); }

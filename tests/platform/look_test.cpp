@@ -1,46 +1,14 @@
 // What every window must look like whatever the desktop's fonts, densities and languages are;
 // tools/check/looks.sh runs these under many.
 
-#include <gtest/gtest.h>
-
-#include "alignment/frmAling.h"
-#include "alignment/frmEditQuestions.h"
-#include "dice/frmDice.h"
-#include "dice/frmRange2Dice.h"
-#include "frame/frmMain.h"
-#include "stats/frmStatsCounter.h"
-#include "stats/frmStatsGenerator.h"
-#include "support/robot.h"
-#include "weapons/frmWeapons.h"
-
-using namespace orvane;
-using platform::TheForm;
+#include "support/window_test.h"
 
 namespace {
 
-const std::vector<std::string> kNothing;
-
-class Look : public testing::Test {
+class Look : public WindowTest {
  protected:
-    void SetUp() override {
-        TheForm<frmMain>().Show();
-        TheForm<frmDice>().Show();
-        TheForm<frmRange2Dice>().Show();
-        TheForm<frmStatsGenerator>().Show();
-        TheForm<frmStatsCounter>().Show();
-        TheForm<frmWeapons>().Show();
-        TheForm<frmAling>().Show();
-        TheForm<frmEditQuestions>().Show();
-    }
-    void TearDown() override {
-        platform::UnloadForm<frmMain>();
-        platform::UnloadForm<frmDice>();
-        platform::UnloadForm<frmRange2Dice>();
-        platform::UnloadForm<frmStatsGenerator>();
-        platform::UnloadForm<frmStatsCounter>();
-        platform::UnloadForm<frmWeapons>();
-        platform::UnloadForm<frmAling>();
-        platform::UnloadForm<frmEditQuestions>();
+    Look() {
+        Each([]<class Form>() { Show<Form>(); });
     }
 };
 
@@ -61,16 +29,47 @@ TEST_F(Look, NothingIsMirrored) {
 
 TEST_F(Look, EveryTextIsWhole) {
     for (const std::string& form : robot::ShownWindows()) {
-        EXPECT_EQ(robot::CutTexts(form), kNothing) << form;
+        EXPECT_EQ(robot::CutTexts(form), Strings()) << form;
         // Every hint of the status line.
         for (const std::string& control : robot::Controls(form)) {
             if (form == "frmEditQuestions") continue;
             robot::Hover(form, control);
-            EXPECT_EQ(robot::CutTexts(form), kNothing) << control << " of " << form;
+            EXPECT_EQ(robot::CutTexts(form), Strings()) << control << " of " << form;
         }
     }
     EXPECT_TRUE(robot::RoomFor("frmStatsGenerator", "txtTextOut", 26, 11));
     EXPECT_TRUE(robot::RoomFor("frmDice", "txtResult", 24, 5));
+}
+
+// A control without a hint leaves the last one.
+TEST_F(Look, HintsFollowThePointer) {
+    const struct {
+        const char *Form, *Control, *Hint;
+    } rows[] = {
+        {"frmMain", "Cmnd(4)", "Will minimize window"},
+        {"frmMain", "Cmnd(7)", "Will minimize window"},
+        {"frmMain", "Status", "Tool tip :)"},
+        {"frmDice", "lblTitle", "Drag and move to move window"},
+        {"frmDice", "txtB", "Bonus/penalty to roll"},
+        {"frmDice", "txtResult", "Bonus/penalty to roll"},
+        {"frmDice", "Label5", "Help"},
+        {"frmDice", "Status", "Cool Tootip"},
+        {"frmWeapons", "Cmnd(1)", "Rolls dice and will show its maximum and minimum values"},
+        {"frmWeapons", "Cmnd(4)", "Will minimize window"},
+        {"frmWeapons", "txtResult", "Will minimize window"},
+        {"frmWeapons", "Label5", "Help"},
+        {"frmAling", "lblInput(3)", "Answer number 3."},
+        {"frmAling", "Label1", "Answer number 3."},
+        {"frmAling", "picOutPut", "Alingment visual display"},
+        {"frmAling", "Status", "Alingment visual display"},
+        {"frmAling", "txtQuestion", "Question"},
+    };
+    for (const auto& [form, control, hint] : rows) {
+        robot::Hover(form, control);
+        EXPECT_EQ(robot::Text(form, "Status"), hint) << control << " of " << form;
+    }
+    robot::Move("frmMain", {4, 100});
+    EXPECT_EQ(robot::Text("frmMain", "Status"), "Ready!");
 }
 
 }  // namespace

@@ -19,7 +19,8 @@ struct Point {
     double Y = 0;
 };
 
-// The desktop turns to a window, as it does before a press or a key, unless an open list or menu has them all.
+// The desktop turns to a window, as it does before a press or a key, unless an open list or menu has them
+// all.
 void TurnTo(std::string_view form);
 
 // In a window: the pointer goes to a place of the window.
@@ -104,8 +105,7 @@ bool Live(const std::function<bool()>& step);
 
 // What assistive technology is told of a control, and its press action.
 struct Told {
-    std::string Name;
-    std::string Role;  // "button", "text", "edit", "list", "check box", ""
+    std::string Role;  // "text" if it is nothing but that
 };
 Told Describe(std::string_view form, std::string_view control);
 void PressByAssistant(std::string_view form, std::string_view control);

@@ -21,6 +21,7 @@
 #include <QTimer>
 #include <QWheelEvent>
 #include <QWindow>
+#include <algorithm>
 #include <limits>
 #include <stdexcept>
 
@@ -59,12 +60,8 @@ QWindow* WindowOf(std::string_view form) {
 }
 
 Qt::MouseButton ToQt(Button button) {
-    switch (button) {
-        case Button::Middle: return Qt::MiddleButton;
-        case Button::Right: return Qt::RightButton;
-        case Button::Left: break;
-    }
-    return Qt::LeftButton;
+    if (button == Button::Left) return Qt::LeftButton;
+    return button == Button::Right ? Qt::RightButton : Qt::MiddleButton;
 }
 
 QPoint ToQt(Point at) { return {qRound(at.X), qRound(at.Y)}; }
@@ -209,18 +206,16 @@ void DesktopMoves(std::string_view form, int left, int top) {
 void DesktopCloses(std::string_view form) { FindForm(form).close(); }
 
 bool Shown(std::string_view form) {
-    for (const QWidget* window : Windows()) {
-        if (window->objectName() == Name(form)) return window->isVisible();
-    }
-    return false;
+    return std::ranges::any_of(Windows(), [&](const QWidget* window) {
+        return window->objectName() == Name(form) && window->isVisible();
+    });
 }
 
 std::vector<std::string> ShownWindows() {
     std::vector<std::string> names;
     for (const QWidget* window : Windows()) {
-        if (!window->isVisible()) continue;
-        names.push_back(
-            (window->objectName().isEmpty() ? window->windowTitle() : window->objectName()).toStdString());
+        const QString name = window->objectName().isEmpty() ? window->windowTitle() : window->objectName();
+        if (window->isVisible()) names.push_back(name.toStdString());
     }
     return names;
 }
@@ -334,10 +329,9 @@ std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect&
     std::vector<platform::Color> colors;
     for (int y = 0; y < part.Height; ++y) {
         for (int x = 0; x < part.Width; ++x) {
+            const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
             const QRgb color = image.pixel(x, y);
-            colors.push_back({static_cast<std::uint8_t>(qRed(color)),
-                              static_cast<std::uint8_t>(qGreen(color)),
-                              static_cast<std::uint8_t>(qBlue(color))});
+            colors.push_back({byte(qRed(color)), byte(qGreen(color)), byte(qBlue(color))});
         }
     }
     return colors;
@@ -345,14 +339,10 @@ std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect&
 
 platform::Color Pixel(std::string_view form, int x, int y) { return Pixels(form, {x, y, 1, 1}).front(); }
 
-namespace {
-
-int messagesSeen = 0;
-QTimer* messageWatch = nullptr;
-
-}  // namespace
+static int messagesSeen = 0;
 
 void WhenMessageComes(std::function<void()> look) {
+    static QTimer* messageWatch;
     messagesSeen = 0;
     delete messageWatch;
     messageWatch = new QTimer(qApp);
@@ -403,16 +393,7 @@ bool Live(const std::function<bool()>& step) {
 }
 
 Told Describe(std::string_view form, std::string_view control) {
-    const QAccessibleInterface* told = Accessible(form, control);
-    const std::string name = told->text(QAccessible::Name).toStdString();
-    switch (told->role()) {
-        case QAccessible::Button: return {name, "button"};
-        case QAccessible::StaticText: return {name, "text"};
-        case QAccessible::EditableText: return {name, "edit"};
-        case QAccessible::ComboBox: return {name, "list"};
-        case QAccessible::CheckBox: return {name, "check box"};
-        default: return {name, ""};
-    }
+    return {Accessible(form, control)->role() == QAccessible::StaticText ? "text" : ""};
 }
 
 void PressByAssistant(std::string_view form, std::string_view control) {

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "alignment/frmAling.h"
+#include "alignment/frmEditQuestions.h"
+#include "dice/frmDice.h"
+#include "dice/frmRange2Dice.h"
+#include "frame/frmMain.h"
+#include "platform/places.h"
+#include "platform/profile_fixture.h"
+#include "platform/random.h"
+#include "stats/frmStatsCounter.h"
+#include "stats/frmStatsGenerator.h"
+#include "support/robot.h"
+#include "support/sounds.h"
+#include "weapons/frmWeapons.h"
+
+// A test at the program's windows, with folders and a listener of its own. No window outlives it.
+class WindowTest : public FolderTest {
+ protected:
+    using Strings = std::vector<std::string>;
+
+    WindowTest() {
+        orvane::SoundEnabled = orvane::kTrue;
+        platform::SetRandomSource({});
+        platform::SetPlaces({Folder / "user", Folder / "program"});
+    }
+    ~WindowTest() override {
+        Each([]<class Form>() { platform::UnloadForm<Form>(); });
+        platform::SetPlaces();
+        orvane::SoundEnabled = orvane::kFalse;
+    }
+
+    template <class Action>
+    static void Each(const Action& act) {
+        using namespace orvane;
+        const auto all = [&act]<class... Forms>() { (act.template operator()<Forms>(), ...); };
+        all.template operator()<frmMain, frmDice, frmRange2Dice, frmStatsGenerator, frmStatsCounter,
+                                frmWeapons, frmAling, frmEditQuestions>();
+    }
+    template <class Form>
+    static void Show() {
+        platform::TheForm<Form>().Show();
+    }
+    // Types into the box with the access key, over what it holds.
+    static void Enter(std::string_view form, std::string_view accessKey, std::string_view text) {
+        for (const std::string_view key :
+             {accessKey, std::string_view("Ctrl+A"), std::string_view("Backspace")})
+            robot::Key(form, key);
+        robot::Type(form, text);
+    }
+
+    Listener listener;
+};
