@@ -2,11 +2,19 @@
 // nothing else; one open text takes writes just as the file would take them one by one.
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
 #include <set>
 #include <sstream>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
-#include "fuzz/fuzz_input.h"
+#include "platform/places.h"
 #include "platform/profile_encoding.h"
 #include "platform/profile_text.h"
 
@@ -15,6 +23,63 @@ namespace {
 using platform::FoldedCase;
 using platform::ProfileText;
 using platform::ToUtf8;
+
+// Ends the program with the name of what does not hold; the fuzzer then keeps the input.
+void Require(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "does not hold: %s\n", what);
+    std::abort();
+}
+
+// A CR for a line end can meet an LF when what stood between them goes: two line ends become one.
+bool HasLoneCr(std::string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n')) return true;
+    }
+    return false;
+}
+
+// The text of a file in either encoding.
+std::string UnmarkedUtf8(std::string_view bytes) {
+    if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+    return ToUtf8(bytes);
+}
+
+struct FuzzedWrite {
+    std::string Section, Key;
+    std::optional<std::string> Value;
+
+    // Lines of their own in a value can be keys and sections of their own.
+    bool AddsLines() const { return Value && Value->find_first_of("\r\n") != std::string::npos; }
+};
+
+// An input made into up to four writes and the file that they go to.
+struct FuzzedFile {
+    std::vector<FuzzedWrite> Writes;
+    std::string Bytes;
+
+    FuzzedFile(const std::uint8_t* data, std::size_t size) {
+        std::string_view rest(reinterpret_cast<const char*>(data), size);
+        const auto take = [&rest](std::size_t most) {
+            if (rest.empty()) return std::string();
+            const std::string taken(rest.substr(1, static_cast<unsigned char>(rest.front()) % most));
+            rest.remove_prefix(1 + taken.size());
+            return taken;
+        };
+        for (std::size_t count = 1 + take(4).size(); count > 0; --count) {
+            FuzzedWrite write{take(8), take(8), take(255)};
+            if (write.Value->starts_with("-")) write.Value.reset();
+            Writes.push_back(std::move(write));
+        }
+        Bytes = rest;
+    }
+
+    bool LoneCr() const {
+        return HasLoneCr(Bytes) || std::any_of(Writes.begin(), Writes.end(), [](const FuzzedWrite& write) {
+                   return write.Value && HasLoneCr(*write.Value);
+               });
+    }
+};
 
 std::string Trim(std::string_view text) {
     while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
@@ -100,6 +165,15 @@ std::string Written(const std::string& file, const FuzzedWrite& write) {
     return bytes;
 }
 
+// No name leads out of the user's folder.
+void RequireInside(const std::string& name) {
+    const platform::Places places{"/u/data", {}, {}};
+    const auto path = platform::PathOfName(name, places);
+    Require(path.empty() || name.starts_with('/') || name.starts_with("~/") ||
+                !platform::PathInUserData(path, places).empty(),
+            "names stay inside");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -107,10 +181,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ProfileText open(input.Bytes);
     std::string file = input.Bytes;
     for (const FuzzedWrite& write : input.Writes) {
+        RequireInside(write.Value.value_or(write.Section + write.Key));
         file = Written(file, write);
         open.SetValue(write.Section, write.Key, write.Value);
     }
-    Require(input.HasLoneCr() || UnmarkedUtf8(open.Bytes()) == UnmarkedUtf8(file),
+    Require(input.LoneCr() || UnmarkedUtf8(open.Bytes()) == UnmarkedUtf8(file),
             "writes together are writes one by one");
     return 0;
 }

@@ -2,9 +2,14 @@
 // same at every run. Their number can be given on the command line.
 
 #include <array>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <random>
+#include <string>
+#include <string_view>
 
-#include "fuzz/fuzz_input.h"
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 int main(int count, char** arguments) {
     using namespace std::string_view_literals;

@@ -4,6 +4,7 @@
 
 #include "frame/mdlDeclars.h"
 #include "platform/random.h"
+#include "weapons/weapon_sheet.h"
 
 namespace orvane {
 namespace {
@@ -47,6 +48,16 @@ TEST(GenerateWeapon, ShowsBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
     made = MakeFirst(tables);
     EXPECT_EQ(made.ReqLevel, 1);
     EXPECT_TRUE(made.HasReqLevel);
+}
+
+TEST(WeaponSheet, LeavesOutWhatDoesNotShow) {
+    GeneratedWeapon weapon = {.FullName = "   Stick", .DamageMin = 4, .DamageMax = 3, .AttackBonus = 5};
+    weapon.ReqStr = -4;
+    weapon.ReqLevel = 4;
+    weapon.Weight = 44.00000000000001;
+    EXPECT_EQ(BuildWeaponSheet(weapon),
+              "   Stick\r\nDamage: \r\nDamage Fatigue: 0\r\nCritical Chance: 0\r\nDamage Type: Piercing\r\n"
+              "Speed: 0\r\nDurability: 0 of 0\r\nWeight: 44\r\n0-Handed\r\nShop price: 0");
 }
 
 }  // namespace
