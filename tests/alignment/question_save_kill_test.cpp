@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <iostream>
 #include <set>
 
 #include "alignment/question_file.h"
@@ -71,12 +70,12 @@ class QuestionSave : public FolderTest {
         }
         SaveQuestions(kQuestionFile, list, kMaxQuestions);
     }
-    static void SaveNew() { Save("new"); }
 
-    // Either the old file or, if it is absent, not even a folder for one.
-    void StartAnew(bool withOldFile) const {
+    // A save on either the old file or, if it is absent, not even a folder for one.
+    WatchedRun SaveAnew(bool withOldFile, int meddleAt, const Meddle& meddle) const {
         std::filesystem::remove_all(Data.parent_path());
         if (withOldFile) Put(File, OldBytes);
+        return RunWatched([] { Save("new"); }, meddleAt, meddle);
     }
 
     // Everything in the folder but the question file.
@@ -89,17 +88,17 @@ class QuestionSave : public FolderTest {
         return names;
     }
 
-    void KillEverywhere(bool withOldFile);
-
     const std::string OldBytes = "; mine\r\n[HEAD]\r\nitems=1\r\n[NOTES]\r\n" + std::string(5000, 'n');
     const Path Data = Folder / "share/orvane";
     const Path File = Data / "questions.ini";
 };
 
-void QuestionSave::KillEverywhere(bool withOldFile) {
-    StartAnew(withOldFile);
+class QuestionSaveKilled : public QuestionSave, public testing::WithParamInterface<bool> {};
+
+TEST_P(QuestionSaveKilled, AtAnyMomentTheFileIsOldOrNew) {
+    const bool withOldFile = GetParam();
     const auto killIt = [](pid_t child, const __ptrace_syscall_info&) { kill(child, SIGKILL); };
-    const WatchedRun whole = RunWatched(SaveNew, 0, killIt);
+    const WatchedRun whole = SaveAnew(withOldFile, 0, killIt);
     if (!whole.Watched) GTEST_SKIP() << "this machine lets no process be traced, so none can be cut off";
     ASSERT_EQ(whole.Status, 0);
     ASSERT_LT(whole.Stops, 500) << "so many only if the keys were written one by one";
@@ -111,11 +110,9 @@ void QuestionSave::KillEverywhere(bool withOldFile) {
     const std::string laterBytes = BytesOf(File);
 
     int newOnes = 0;
-    int strays = 0;
     for (int stop = 1; stop <= whole.Stops; ++stop) {
         SCOPED_TRACE("killed at stop " + std::to_string(stop));
-        StartAnew(withOldFile);
-        const WatchedRun run = RunWatched(SaveNew, stop, killIt);
+        const WatchedRun run = SaveAnew(withOldFile, stop, killIt);
         ASSERT_TRUE(WIFSIGNALED(run.Status) && WTERMSIG(run.Status) == SIGKILL) << run.Status;
         const bool exists = std::filesystem::exists(File);
         const std::string bytes = BytesOf(File);
@@ -128,7 +125,6 @@ void QuestionSave::KillEverywhere(bool withOldFile) {
         // than one file and goes with the next save.
         const auto left = Beside();
         ASSERT_LE(left.size(), 1U);
-        strays += static_cast<int>(left.size());
         for (const std::string& name : left) EXPECT_TRUE(name.starts_with('.')) << name;
         Save("later");
         ASSERT_TRUE(BytesOf(File) == laterBytes);
@@ -136,26 +132,19 @@ void QuestionSave::KillEverywhere(bool withOldFile) {
     }
     EXPECT_GT(newOnes, 0);
     EXPECT_LT(newOnes, whole.Stops);
-    std::cout << "Killed at " << whole.Stops << " points: " << whole.Stops - newOnes
-              << (withOldFile ? " times the old file, " : " times no file, ") << newOnes
-              << " times the new one, whole; " << strays << " times a stray file beside it.\n";
 }
 
-TEST_F(QuestionSave, KilledAtAnyMomentTheFileIsOldOrNew) { KillEverywhere(true); }
-
-TEST_F(QuestionSave, KilledAtAnyMomentAFirstSaveLeavesNoFileOrAWholeOne) { KillEverywhere(false); }
+INSTANTIATE_TEST_SUITE_P(WithAndWithoutAnOldFile, QuestionSaveKilled, testing::Bool());
 
 #ifdef __x86_64__
 TEST_F(QuestionSave, AFailureAtAnyCallLeavesAWholeFileAndNoOther) {
-    StartAnew(true);
-    const WatchedRun whole = RunWatched(SaveNew, 0, {});
+    const WatchedRun whole = SaveAnew(true, 0, {});
     if (!whole.Watched) GTEST_SKIP() << "this machine lets no process be traced, so no call can fail";
     const std::string newBytes = BytesOf(File);
     std::set<std::uint64_t> keptOld;
     for (int stop = 1; stop <= whole.Stops; ++stop) {
-        StartAnew(true);
         std::uint64_t failed = SYS_exit_group;
-        const WatchedRun run = RunWatched(SaveNew, stop, [&](pid_t child, const __ptrace_syscall_info& info) {
+        const WatchedRun run = SaveAnew(true, stop, [&](pid_t child, const __ptrace_syscall_info& info) {
             // Without the first two nobody can tidy up or end; the last is the sanitizer's.
             static const std::set<std::uint64_t> spared{SYS_unlink, SYS_exit_group, SYS_sigaltstack};
             if (info.op != PTRACE_SYSCALL_INFO_ENTRY || spared.contains(info.entry.nr)) return;

@@ -2,18 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <string_view>
 #include <vector>
 
 #include "alignment/question_file.h"
 
 namespace orvane {
-
-std::ostream& operator<<(std::ostream& out, const AlignmentScores& scores) {
-    return out << "G " << scores.GoodCount << ", E " << scores.EvilCount << ", L " << scores.LawCount
-               << ", C " << scores.ChaosCount;
-}
 
 namespace {
 
@@ -34,7 +28,7 @@ TEST(Scores, EachCodeMovesItsOwnScores) {
     for (const auto& [codes, wanted] : cases) {
         AlignmentScores scores;
         for (const std::string_view code : codes) EXPECT_TRUE(ApplyAnswer(code, scores)) << code;
-        EXPECT_EQ(scores, wanted);
+        EXPECT_EQ(scores, wanted) << codes.front();
     }
     AlignmentScores scores;
     for (const std::string_view code : {"", "N", "g", "GOOD", "NG", "G ", "    Illegal value!", "GL"}) {
@@ -66,7 +60,8 @@ TEST(Scores, ThirdsOnEachAxisDecideOnTheName) {
         {{1, -1, -1, 1}, "Chaotic Good"},    // sums of 0: 1 of 1, -1 of 1
         {{-2, 0, 0, -2}, "Chaotic Good"},    // -2 of -2, 0 of -2
     };
-    for (const auto& [scores, name] : cases) EXPECT_EQ(AlignmentName(scores), name) << scores;
+    for (const auto& [scores, name] : cases)
+        EXPECT_EQ(AlignmentName(scores), name) << scores.GoodCount << scores.LawCount;
 }
 
 }  // namespace

@@ -88,6 +88,7 @@ class Ear:
 
 
 def outline(name):
+    name = re.sub(r"^(\+\d+ Still left|-\d+ Below limit)$", "OK", name)  # the pool
     name = re.sub(r"^(Instructions|\d\.\)).*", r"\1", name)
     return re.sub(r"^\d+(-\d+)?$", lambda number: "#-#" if number[1] else "#", name).strip()
 
@@ -266,8 +267,7 @@ def use_stats(desk):
     expect("the copied result", clipboard, generator.box("Result").text.replace("\n", "\r\n"))
     desk.close(generator, "Stats Min/Max Generator", "Close", "x")
 
-    table = COUNTER[3].replace("label: OK", "label: " + counted_pool(desk))
-    counter = desk.take((*COUNTER[:3], table, *COUNTER[4:]))
+    counter = desk.open("Stats Counter", COUNTER)
     cells = {(c.description, outline(c.name)): c for c in counter.controls()}
     for stat in STATISTICS.split(" | "):
         value = cells[stat, "#"]
@@ -280,12 +280,6 @@ def use_stats(desk):
     counter.button("Copy Result").act()
     expect("the copied sheet", clipboard, counter.box("Result").text.replace("\n", "\r\n"))
     desk.close(counter, "Stats Counter", "Close", "x")
-
-
-def counted_pool(desk):
-    desk.launcher.button("Stats Counter").act()
-    counter = desk.program.window(COUNTER[1], COUNTER[0])
-    return next(c.name for c in counter.controls() if re.fullmatch(r"OK|[+-]\d+ .*", c.name))
 
 
 def use_meter(desk, home):

@@ -5,8 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <functional>
-
 #include "platform/profile.h"
 #include "platform/profile_fixture.h"
 
@@ -122,13 +120,10 @@ TEST_F(ProfileFileTest, TakesAwayOnlyWhatAKilledSaveLeft) {
     EXPECT_EQ(CountIn(Folder), 1);
 
     Put(Folder / "mine", "precious");
-    const std::function<void()> obstacles[] = {
-        [&] { std::filesystem::create_directory(usual); },
-        [&] { ASSERT_EQ(mkfifo(usual.c_str(), 0600), 0); },
-        [&] { std::filesystem::create_symlink("mine", usual); },
-    };
-    for (const auto& put : obstacles) {
-        put();
+    for (const char kind : {'d', 'p', 'l'}) {
+        if (kind == 'd') std::filesystem::create_directory(usual);
+        if (kind == 'p') mkfifo(usual.c_str(), 0600);
+        if (kind == 'l') std::filesystem::create_symlink("mine", usual);
         const auto type = std::filesystem::symlink_status(usual).type();
         Put(File, "old");
         EXPECT_TRUE(ReplaceProfileFile(File, "new"));
