@@ -48,6 +48,8 @@ TEST_F(RangeFinder, HoldsTheFocusInABoxThatHoldsNoNumber) {
     EXPECT_EQ(Result(), "Err1");
     Enter(kForm, "Alt+F", "-5");
     robot::Key(kForm, "Tab");
+    Enter(kForm, "Alt+T", "");
+    robot::Key(kForm, "Tab");
     EXPECT_EQ(robot::Focus(kForm), "txtTo");
 }
 

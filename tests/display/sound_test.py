@@ -107,6 +107,14 @@ def check_quick(path, home, **environment):
     expect("what the program wrote to the terminal", program.output.read_text, "")
 
 
+def dead_server(file):
+    """A sound server that takes every connection and never answers."""
+    server = socket.socket(socket.AF_UNIX)
+    server.bind(str(file))
+    server.listen()
+    return server
+
+
 def check(path, sounds):
     path, sounds = pathlib.Path(path), pathlib.Path(sounds)
     with desktop() as home:
@@ -114,9 +122,7 @@ def check(path, sounds):
 
         check_quick(path, home, SDL_AUDIODRIVER="disk", SDL_DISKAUDIOFILE="/nowhere/speaker")
         check_quick(path, home, SDL_AUDIODRIVER="alsa", ALSA_CONFIG_PATH="/dev/null")
-        with socket.socket(socket.AF_UNIX) as server:  # it takes every connection and never answers
-            server.bind(str(home / "server"))
-            server.listen()
+        with dead_server(home / "server") as server:
             check_quick(path, home, SDL_AUDIODRIVER="pulseaudio", PULSE_SERVER=f"unix:{home}/server")
             server.setblocking(False)
             server.accept()  # an error if the program never came

@@ -109,10 +109,12 @@ TEST_F(StatWindows, RandomizeInEitherWindowIsOneCount) {
         ExpectGridShowsModel();
     }
     // From the clock, not from the state that every start has.
-    robot::Click(kCounter, "Cmnd(1)");
-    const float reseeded = platform::NextRandom();
-    robot::Click(kCounter, "Cmnd(1)");
-    EXPECT_NE(platform::NextRandom(), reseeded);
+    const auto seeded = [] {
+        platform::SetRandomSource({});
+        robot::Click(kCounter, "Cmnd(1)");
+        return platform::NextRandom();
+    };
+    EXPECT_NE(seeded(), seeded());
 }
 
 TEST_F(StatWindows, StepsMoveOnePointEachUpToTheBounds) {

@@ -24,8 +24,8 @@ TEST(DiceFromRange, FindsTheFewestDiceOrNothing) {
 }
 
 TEST(ScaleValue, KeepsItsOrder) {
-    // 31.5 in any other order of the steps, and just below it in this one.
-    EXPECT_EQ(RoundToLong(ScaleValue(200, 18, 125, 70)), 31);
+    // 82.5 or just below in any other order of the steps, and just above in this one.
+    EXPECT_EQ(RoundToLong(ScaleValue(110, 50, 125, 120)), 83);
 }
 
 TEST(GenerateWeapon, ShowsBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
