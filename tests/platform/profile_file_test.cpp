@@ -95,16 +95,19 @@ TEST_F(ProfileFileTest, RefusesFilesThatTheUserMayNotWrite) {
 }
 
 TEST_F(ProfileFileTest, ADiskThatFillsUpCostsNothing) {
-    Put(File, "old");
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    for (const rlim_t limit : {0U, 4096U, 9999U}) {
-        const rlimit small{limit, before.rlim_max};
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-        EXPECT_FALSE(ReplaceProfileFile(File, std::string(10'000, 'n')));
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
-        EXPECT_EQ(BytesOf(File), "old");
-        EXPECT_EQ(CountIn(Folder), 1);
+    for (const Path& file : {File, Folder / ".orvane-save"}) {
+        Put(file, "old");
+        for (const rlim_t limit : {0U, 4096U, 9999U}) {
+            const rlimit small{limit, before.rlim_max};
+            ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+            EXPECT_FALSE(ReplaceProfileFile(file, std::string(10'000, 'n')));
+            ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+            EXPECT_EQ(BytesOf(file), "old");
+            EXPECT_EQ(CountIn(Folder), 1);
+        }
+        std::filesystem::remove(file);
     }
 }
 
