@@ -196,4 +196,31 @@ TEST_F(Controls, TheFocusAsksBeforeItGoesAndTellsThatItWent) {
     EXPECT_EQ(Events(), Strings{"saved"});
 }
 
+TEST_F(Controls, TheFocusIsHeldBackAndToldAlsoWhereNoUserMovedIt) {
+    TextBox first(form, "first", {0, 0, 100, 20}, {});
+    TextBox second(form, "second", {0, 30, 100, 20}, {});
+    bool letGo = false;
+    first.Validate = [&] { return letGo; };
+    first.LostFocus = Note("lost");
+    second.LostFocus = Note("lost second");
+    Form other("Other", "Other", 100, 100, FormFrame::None);
+    other.Show();
+    form.Show();
+    robot::TurnTo("Test");
+    robot::FocusByAssistant("Test", "second");
+    EXPECT_EQ(robot::Focus("Test"), "first");
+    robot::TurnTo("Other");
+    robot::FocusByAssistant("Test", "second");
+    robot::TurnTo("Test");
+    EXPECT_EQ(robot::Focus("Test"), "first");
+    EXPECT_TRUE(Events().empty());
+    letGo = true;
+    robot::TurnTo("Other");
+    EXPECT_TRUE(Events().empty());
+    robot::FocusByAssistant("Test", "second");
+    robot::TurnTo("Test");
+    EXPECT_EQ(robot::Focus("Test"), "second");
+    EXPECT_EQ(Events(), Strings{"lost"});
+}
+
 }  // namespace

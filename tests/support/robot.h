@@ -103,11 +103,12 @@ void WhenToolkitWarns(void (*tell)(const std::string& warning));
 // the program ended first. A menu that waits for an answer in the middle of a step is closed.
 bool Live(const std::function<bool()>& step);
 
-// What assistive technology is told of a control, and its press action.
+// What assistive technology is told of a control, its press action, and the focus that it gives.
 struct Told {
     std::string Role;  // "text" if it is nothing but that
 };
 Told Describe(std::string_view form, std::string_view control);
 void PressByAssistant(std::string_view form, std::string_view control);
+void FocusByAssistant(std::string_view form, std::string_view control);
 
 }  // namespace robot

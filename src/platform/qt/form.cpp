@@ -42,7 +42,10 @@ void FormWidget::Enrol(Control::Native& control) {
     nextName_.clear();
 }
 
-void FormWidget::Forget(Control::Native& control) { std::erase(controls_, &control); }
+void FormWidget::Forget(Control::Native& control) {
+    std::erase(controls_, &control);
+    if (focused_ == &control) focused_ = nullptr;
+}
 
 Control::Native* FormWidget::Find(const QWidget* widget) const {
     const auto found = std::ranges::find(controls_, widget, &Control::Native::Widget);
@@ -65,6 +68,20 @@ bool FormWidget::MayLeaveTo(const QWidget* next) const {
     const Control::Native* current = Find(focusWidget());
     if (current == nullptr || current->Widget == next || !current->Owner->Validate) return true;
     return current->Owner->Validate();
+}
+
+// The one that had the focus keeps it in its own eyes while a list is open or the desktop turns to another
+// window. Where assistive technology moves the focus, and where the toolkit does so in a hidden window,
+// nobody has asked that one yet.
+void FormWidget::FocusCame(Control::Native& control) {
+    Control::Native* left = std::exchange(focused_, &control);
+    if (left == nullptr || left == &control) return;
+    if (left->Owner->Validate && !left->Owner->Validate()) {
+        focused_ = left;
+        left->Widget->setFocus();
+    } else if (left->Owner->LostFocus) {
+        left->Owner->LostFocus();
+    }
 }
 
 bool FormWidget::focusNextPrevChild(bool next) {

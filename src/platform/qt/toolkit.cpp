@@ -1,6 +1,5 @@
 #include "platform/qt/toolkit.h"
 
-#include <QFocusEvent>
 #include <QFontMetricsF>
 #include <QKeySequence>
 #include <QMouseEvent>
@@ -100,15 +99,7 @@ bool Control::Native::eventFilter(QObject*, QEvent* event) {
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
         case QEvent::MouseButtonRelease: return HandlePointer(event);
-        case QEvent::FocusOut: {
-            // A list that opens and a window that loses the desktop's attention keep the focus in their own
-            // eyes.
-            const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-            const bool leaves = reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason &&
-                                reason != Qt::MenuBarFocusReason;
-            if (leaves && Owner->LostFocus) Owner->LostFocus();
-            return false;
-        }
+        case QEvent::FocusIn: Parent->FocusCame(*this); return false;
         default: return false;
     }
 }

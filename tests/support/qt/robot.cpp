@@ -400,4 +400,8 @@ void PressByAssistant(std::string_view form, std::string_view control) {
     Accessible(form, control)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
 }
 
+void FocusByAssistant(std::string_view form, std::string_view control) {
+    Accessible(form, control)->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+}
+
 }  // namespace robot
