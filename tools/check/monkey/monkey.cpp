@@ -112,9 +112,15 @@ Button AnyButton() {
     return drawn == 8 ? Button::Middle : Button::Right;
 }
 
+// If the press closed what was open in another window, the desktop turns to this one only now.
+void Press(const Text& form, Point at, Button button = Button::Left) {
+    robot::Press(form, at, button);
+    robot::TurnTo(form);
+}
+
 void ClickAt(const Text& form, Point at, Button button = Button::Left) {
     robot::Move(form, at);
-    robot::Press(form, at, button);
+    Press(form, at, button);
     robot::Release(robot::Shown(form) ? form : "frmMain", at, button);
 }
 
@@ -127,6 +133,7 @@ void Click() {
 void DoubleClick() {
     const Text form = AnyForm();
     robot::DoubleClick(form, AnyControl(form));
+    if (robot::Shown(form)) robot::TurnTo(form);
 }
 
 void Drag() {
@@ -135,7 +142,7 @@ void Drag() {
     const Button button = AnyButton();
     const int reach = OneIn(4) ? 3000 : 60;
     Point at = Within(robot::Bounds(form, control));
-    robot::Press(form, at, button);
+    Press(form, at, button);
     for (int moves = Between(1, 6); moves > 0; --moves)
         robot::Move(form, at = Within({-reach, -reach, 2 * reach, 2 * reach}));
     robot::Release(form, at, button);
@@ -145,7 +152,7 @@ void Drag() {
 void Interrupt() {
     const Text form = AnyForm();
     const Point at = Within(robot::Bounds(form, AnyControl(form)));
-    robot::Press(form, at);
+    Press(form, at);
     const int how = Below(4);
     Note(std::to_string(how));
     if (how == 0 && form != "frmMain") robot::DesktopCloses(form);
@@ -340,6 +347,8 @@ void Assist() {
     const Text control = AnyControl(form);
     if (control.starts_with("Cmnd(") || control.starts_with("lblInput"))
         robot::PressByAssistant(form, control);
+    else if (control.starts_with("txt") || control.starts_with("cmb"))
+        robot::FocusByAssistant(form, control);
 }
 
 void Copy() {
