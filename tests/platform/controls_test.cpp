@@ -198,7 +198,7 @@ TEST_F(Controls, TheFocusAsksBeforeItGoesAndTellsThatItWent) {
 
 TEST_F(Controls, TheFocusIsHeldBackAndToldAlsoWhereNoUserMovedIt) {
     TextBox first(form, "first", {0, 0, 100, 20}, {});
-    TextBox second(form, "second", {0, 30, 100, 20}, {});
+    DropDownList second(form, "second", {0, 30, 100, 20});
     bool letGo = false;
     first.Validate = [&] { return letGo; };
     first.LostFocus = Note("lost");

@@ -100,7 +100,9 @@ class AccessibleList : public QAccessibleWidget {
     }
 
     QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
-    void doAction(const QString&) override { List().showPopup(); }
+    void doAction(const QString& action) override {
+        actionNames().contains(action) ? List().showPopup() : QAccessibleWidget::doAction(action);
+    }
     QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
  private:

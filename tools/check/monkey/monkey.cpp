@@ -347,7 +347,7 @@ void Assist() {
     const Text control = AnyControl(form);
     if (control.starts_with("Cmnd(") || control.starts_with("lblInput"))
         robot::PressByAssistant(form, control);
-    else if (control.starts_with("txt") || control.starts_with("cmb"))
+    else if ((control.starts_with("txt") || control.starts_with("cmb")) && robot::Popup(form).Width == 0)
         robot::FocusByAssistant(form, control);
 }
 
