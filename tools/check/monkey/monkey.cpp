@@ -10,7 +10,10 @@
 #include <deque>
 #include <filesystem>
 #include <iostream>
+#include <iterator>
+#include <map>
 #include <random>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -62,6 +65,31 @@ bool OneIn(int count) { return Below(static_cast<std::size_t>(count)) == 0; }
 template <class List>
 auto OneOf(const List& list) {
     return list[static_cast<std::size_t>(Below(std::size(list)))];
+}
+
+// What stands between blanks.
+std::vector<Text> Words(const Text& text) {
+    std::istringstream words(text);
+    return {std::istream_iterator<Text>(words), {}};
+}
+
+// Words for what cannot stand between blanks.
+Text Meant(const Text& word) {
+    static const std::map<Text, Text> kTexts = {{"NAIVE", "na\u00efve \u05d0\U0001F409.ini"},
+                                                {"EMPTY", ""},
+                                                {"BLANK", " "},
+                                                {"NUL", Text("1\0002", 3)},
+                                                {"NULNAME", Text("a\0b", 3)},
+                                                {"LINES", "a\r\nb\nc\rd\u2028e\u2029f"},
+                                                {"TABS", "\t \u00a0x\u00ad"},
+                                                {"MARKS", "&&1 &A"},
+                                                {"HEAD", "[HEAD]\r\nitems=7"},
+                                                {"BROKEN", "a\nb.ini"},
+                                                {"LONG", Text(250, 'q')},
+                                                {"NAME", Text(300, 'n')},
+                                                {"PATH", Text(5000, 'n')}};
+    const auto found = kTexts.find(word);
+    return found == kTexts.end() ? word : found->second;
 }
 
 void Note(const Text& word) {
@@ -199,62 +227,12 @@ void MoveWindow() {
     robot::DesktopMoves(form, static_cast<int>(to.X), static_cast<int>(to.Y));
 }
 
-constexpr const char* kKeys[] = {"Tab",
-                                 "Shift+Tab",
-                                 "Return",
-                                 "Enter",
-                                 "Space",
-                                 "Escape",
-                                 "Up",
-                                 "Down",
-                                 "Left",
-                                 "Right",
-                                 "Home",
-                                 "End",
-                                 "PgUp",
-                                 "PgDown",
-                                 "Shift+Left",
-                                 "Shift+Home",
-                                 "Shift+End",
-                                 "Shift+Down",
-                                 "Ctrl+A",
-                                 "Ctrl+C",
-                                 "Ctrl+X",
-                                 "Ctrl+V",
-                                 "Ctrl+Z",
-                                 "Ctrl+Shift+Z",
-                                 "Backspace",
-                                 "Delete",
-                                 "Insert",
-                                 "Ctrl+Delete",
-                                 "Ctrl+Left",
-                                 "Ctrl+Tab",
-                                 "Ctrl+Backspace",
-                                 "Alt+Down",
-                                 "F4",
-                                 "Menu",
-                                 "Alt+N",
-                                 "Alt+S",
-                                 "Alt+P",
-                                 "Alt+B",
-                                 "Alt+R",
-                                 "Alt+F",
-                                 "Alt+T",
-                                 "Alt+C",
-                                 "Alt+Q",
-                                 "Alt+O",
-                                 "Alt+1",
-                                 "Alt+2",
-                                 "Alt+3",
-                                 "Alt+4",
-                                 "Alt+X",
-                                 "E",
-                                 "W",
-                                 "1",
-                                 "Shift+M",
-                                 "Ctrl+Home",
-                                 "Ctrl+K",
-                                 "Ctrl+Y"};
+const std::vector<Text> kKeys = Words(
+    "Tab Shift+Tab Return Enter Space Escape Up Down Left Right Home End PgUp PgDown "
+    "Shift+Left Shift+Home Shift+End Shift+Down Ctrl+A Ctrl+C Ctrl+X Ctrl+V Ctrl+Z "
+    "Ctrl+Shift+Z Backspace Delete Insert Ctrl+Delete Ctrl+Left Ctrl+Tab Ctrl+Backspace "
+    "Alt+Down F4 Menu Alt+N Alt+S Alt+P Alt+B Alt+R Alt+F Alt+T Alt+C Alt+Q Alt+O Alt+1 Alt+2 "
+    "Alt+3 Alt+4 Alt+X E W 1 Shift+M Ctrl+Home Ctrl+K Ctrl+Y");
 
 void Key() {
     const Text form = AnyForm();
@@ -264,45 +242,24 @@ void Key() {
 }
 
 void Type() {
-    constexpr const char* kLetters[] = {"0", "1", "2", "3",  "4", "5",          "6", "7", "8",
-                                        "9", "-", "+", ".",  ",", "e",          "D", " ", "a",
-                                        "Z", "&", "ß", "漢", "א", "\U0001F409", ";", "="};
+    static const std::vector<Text> kLetters =
+        Words("0 1 2 3 4 5 6 7 8 9 - + . , e D _ a Z & ß 漢 א \U0001F409 ; =");
     const Text form = AnyForm();
     Text text;
     for (int letters = Between(1, 6); letters > 0; --letters) text += OneOf(kLetters);
+    std::ranges::replace(text, '_', ' ');
     Note(text);
     robot::Type(form, text);
 }
 
 void Paste() {
-    static const Text kRubbish[] = {"",
-                                    "1e999",
-                                    "9e9",
-                                    "-",
-                                    "-7",
-                                    "2.5",
-                                    "1,5",
-                                    "0x10",
-                                    "12345678901234567890",
-                                    Text("1\0002", 3),
-                                    "a\r\nb\nc\rd\u2028e\u2029f",
-                                    "\t \u00a0x\u00ad",
-                                    "&&1 &A",
-                                    "\u05d0\u05d1\u202e12",
-                                    "\U0001F409\u0301",
-                                    "[HEAD]\r\nitems=7",
-                                    "\"quoted\"",
-                                    "=;#",
-                                    "Question",
-                                    Text(250, 'q'),
-                                    "\xff\xfe",
-                                    "99",
-                                    "100",
-                                    "-2147483648"};
+    static const std::vector<Text> kRubbish = Words(
+        "EMPTY 1e999 9e9 - -7 2.5 1,5 0x10 12345678901234567890 NUL LINES TABS MARKS \u05d0\u05d1\u202e12 "
+        "\U0001F409\u0301 HEAD \"quoted\" =;# Question LONG \xff\xfe 99 100 -2147483648");
     static const Text kHuge(100'000, '7');
     const Text form = AnyForm();
     const bool huge = OneIn(100);
-    const Text text = huge ? kHuge : OneOf(kRubbish);
+    const Text text = huge ? kHuge : Meant(OneOf(kRubbish));
     run.HugeText |= huge;
     Note(text);
     robot::Paste(form, text);
@@ -372,35 +329,14 @@ void EnterFileName(const Text& name) {
 }
 
 void LoadOrSave() {
-    static const Text kNames[] = {"c:\\questions.ini",
-                                  "c:\\questions.ini",
-                                  "c:\\a.ini",
-                                  "d:\\b.ini",
-                                  "missing.ini",
-                                  "C:/deep/er/x.ini",
-                                  "~/x.ini",
-                                  "~/folder",
-                                  "",
-                                  " ",
-                                  "c:",
-                                  "con:",
-                                  "..\\..\\..\\x.ini",
-                                  "/proc/self/status",
-                                  "/dev/null",
-                                  "/nowhere/x.ini",
-                                  "HOME/number.ini",
-                                  "HOME/pipe",
-                                  "naïve \u05d0\U0001F409.ini",
-                                  "a\nb.ini",
-                                  Text(300, 'n'),
-                                  Text(5000, 'n'),
-                                  Text("a\0b", 3),
-                                  "~",
-                                  "~root/x.ini",
-                                  "c:.",
-                                  "*?<>|.ini"};
+    static const std::vector<Text> kNames = Words(
+        "c:\\questions.ini c:\\questions.ini c:\\a.ini d:\\b.ini missing.ini C:/deep/er/x.ini ~/x.ini "
+        "~/folder EMPTY BLANK c: con: ..\\..\\..\\x.ini /proc/self/status /dev/null /nowhere/x.ini "
+        "HOME/number.ini HOME/pipe NAIVE BROKEN NAME PATH NULNAME ~ ~root/x.ini "
+        "c:. "
+        "*?<>|.ini");
     if (!robot::Shown("frmEditQuestions") || robot::Popup("frmMain").Width > 0) return;
-    Text name = OneOf(kNames);
+    Text name = Meant(OneOf(kNames));
     const Text button = OneIn(2) ? "cmndOpen" : "cmndSave";
     Note(name);
     Note(button);
