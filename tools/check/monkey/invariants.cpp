@@ -109,7 +109,9 @@ void SizesAndPlaces() {
         if (row.Name == kEditor) continue;  // the desktop's frame lies round it
         Require(std::lround(form->Left() / platform::kTwipsPerPixel) == at.Left &&
                     std::lround(form->Top() / platform::kTwipsPerPixel) == at.Top,
-                name + " knows where it is");
+                name + " knows where it is: " + std::to_string(form->Left()) + ", " +
+                    std::to_string(form->Top()) + " for " + std::to_string(at.Left) + ", " +
+                    std::to_string(at.Top));
     }
 }
 

@@ -183,7 +183,10 @@ void Interrupt() {
     Press(form, at);
     const int how = Below(4);
     Note(std::to_string(how));
-    if (how == 0 && form != "frmMain") robot::DesktopCloses(form);
+    if (how == 0 && form != "frmMain") {
+        robot::DesktopCloses(form);
+        Require(form == "frmEditQuestions" || robot::Pressed(form).empty(), "a press ends with its window");
+    }
     if (how == 1) robot::DesktopMoves(form, Between(-50, 700), 80);
     if (how == 2) robot::Key(form, "Tab");
     if (how == 3 && form != "frmEditQuestions") robot::PressByAssistant(form, "Cmnd(4)");
