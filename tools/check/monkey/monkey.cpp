@@ -160,7 +160,10 @@ void Click() {
 
 void DoubleClick() {
     const Text form = AnyForm();
-    robot::DoubleClick(form, AnyControl(form));
+    const Text control = AnyControl(form);
+    // The first of two clicks would pick an entry of an open list, and the second do something else.
+    if (robot::Popup(form).Width > 0) return robot::Click(form, control);
+    robot::DoubleClick(form, control);
     if (robot::Shown(form)) robot::TurnTo(form);
 }
 
