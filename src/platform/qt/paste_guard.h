@@ -14,7 +14,8 @@ class PasteGuard : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
-// Whether who keeps what an ended program has copied would take it over now. Also if there is nothing to keep.
+// Whether who keeps what an ended program has copied would take it over now. Also if there is nothing to
+// keep.
 bool ClipboardManagerAnswers();
 
 }  // namespace platform

@@ -190,7 +190,7 @@ void Interrupt() {
         robot::DesktopCloses(form);
         Require(form == "frmEditQuestions" || robot::Pressed(form).empty(), "a press ends with its window");
     }
-    if (how == 1) robot::DesktopMoves(form, Between(-50, 700), 80);
+    if (how == 1) robot::DesktopMoves(form, Between(-50, 700), Between(-50, 700));
     if (how == 2) robot::Key(form, "Tab");
     if (how == 3 && form != "frmEditQuestions") robot::PressByAssistant(form, "Cmnd(4)");
     robot::Release(robot::Shown(form) ? form : "frmMain", at);
