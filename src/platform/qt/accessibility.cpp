@@ -38,10 +38,10 @@ class AccessibleForm : public QAccessibleWidget {
         for (QObject* object : widget()->children()) {
             auto* inside = qobject_cast<QWidget*>(object);
             if (inside == nullptr || inside->isWindow()) continue;
-            QAccessibleInterface* child = QAccessible::queryAccessibleInterface(inside);
-            if (child == nullptr) continue;
-            if (child->role() != QAccessible::Graphic || !child->text(QAccessible::Name).isEmpty())
-                children.push_back(child);
+            QAccessibleInterface* told = QAccessible::queryAccessibleInterface(inside);
+            if (told == nullptr) continue;
+            if (told->role() != QAccessible::Graphic || !told->text(QAccessible::Name).isEmpty())
+                children.push_back(told);
         }
         return children;
     }
