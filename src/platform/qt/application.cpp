@@ -48,7 +48,7 @@ Application::Application(int& argumentCount, char** arguments) {
 void Application::Run() {
     // When the display goes away the toolkit says so and calls exit, or the library below it does. Forms that
     // were taken down then would reach for the display.
-    std::atexit([] { std::_Exit(EXIT_FAILURE); });
+    static_cast<void>(std::atexit([] { std::_Exit(EXIT_FAILURE); }));
     XSetIOErrorHandler([](Display*) -> int { std::_Exit(EXIT_FAILURE); });
     const int result = QApplication::exec();
     // Taking the toolkit down hands the clipboard over, for which it would wait long. What is left, a sound

@@ -122,8 +122,9 @@ void FormWidget::Centre() {
     if (screen == nullptr) screen = QGuiApplication::primaryScreen();
     if (screen == nullptr) return;
     const QRect area = screen->geometry();
-    MoveTo(static_cast<float>(area.x() + (area.width() - width()) / 2) * kTwipsPerPixel,
-           static_cast<float>(area.y() + (area.height() - height()) / 2) * kTwipsPerPixel);
+    const int left = area.x() + (area.width() - width()) / 2;
+    const int top = area.y() + (area.height() - height()) / 2;
+    MoveTo(static_cast<float>(left) * kTwipsPerPixel, static_cast<float>(top) * kTwipsPerPixel);
 }
 
 // A display server answers each move later, so a report of a position asked for some moves ago is no news.

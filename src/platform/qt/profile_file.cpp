@@ -1,5 +1,5 @@
 #include <fcntl.h>
-#include <signal.h>
+#include <signal.h>  // NOLINT(modernize-deprecated-headers): of POSIX
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -27,7 +27,7 @@ class Descriptor {
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
-    operator int() const { return number_; }
+    operator int() const { return number_; }  // NOLINT(google-explicit-constructor)
 
  private:
     const int number_;
