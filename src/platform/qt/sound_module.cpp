@@ -16,6 +16,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+// NOLINTNEXTLINE(cert-dcl50-cpp): that is how the library calls it
 void Ignore(const char*, int, const char*, int, const char*, ...) {}
 
 // ALSA tells the terminal about a missing device at every try.
