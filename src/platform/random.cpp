@@ -9,7 +9,8 @@ namespace platform {
 namespace {
 
 std::mt19937& Generator() {
-    static std::mt19937 generator;  // its default seed is the fixed state of every start
+    // Its default seed is the fixed state of every start. NOLINTNEXTLINE(cert-msc32-c,cert-msc51-cpp)
+    static std::mt19937 generator;
     return generator;
 }
 
