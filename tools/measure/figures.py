@@ -72,12 +72,13 @@ def tools(program, bare_memory, rounds):
 
 def cores(benchmarks):
     with tempfile.NamedTemporaryFile() as report:
-        subprocess.run([benchmarks, f"--benchmark_out={report.name}", "--benchmark_out_format=json"],
+        subprocess.run([benchmarks, f"--benchmark_out={report.name}", "--benchmark_out_format=json",
+                        "--benchmark_repetitions=5"],
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True)
         found = json.load(report)["benchmarks"]
     scale = {"ns": 1e-6, "us": 1e-3, "ms": 1}
-    times = {each["name"]: each["real_time"] * scale[each["time_unit"]]
-             for each in found if each["run_type"] == "iteration"}
+    times = {each["run_name"]: each["real_time"] * scale[each["time_unit"]]
+             for each in found if each.get("aggregate_name") == "median"}
     notations = [took for name, took in times.items() if name.startswith("FindNotation")]
     small, large = times["LoadingWeapons/1000"], times["LoadingWeapons/10000"]
     row("finding a notation", 1, "us", max(notations) * 1e3, f"the slowest of {len(notations)} ranges")
