@@ -510,7 +510,7 @@ int main(int argc, char** argv) {
         const long value = std::atol(argv[i + 1]);
         if (option == "--seed") seed = static_cast<unsigned long>(value);
         if (option == "--events") run.Events = value;
-        if (option == "--from") run.From = value;
+        if (option == "--from") run.From = value, run.Events = std::max(run.Events, value + 20);
     }
     run.Dice.seed(seed);
     char offscreen[] = "-platform", plugin[] = "offscreen";
