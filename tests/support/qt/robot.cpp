@@ -50,7 +50,7 @@ QWidget& FindForm(std::string_view form) {
 QWidget& FindControl(std::string_view form, std::string_view control) {
     if (auto* found = FindForm(form).findChild<QWidget*>(Name(control), Qt::FindDirectChildrenOnly))
         return *found;
-    throw std::runtime_error("no control " + std::string(control));
+    throw std::invalid_argument("no control " + std::string(control));
 }
 
 QWindow* WindowOf(std::string_view form) {
@@ -78,7 +78,7 @@ void LetSearchEnd() {
 
 void SendKey(QWindow* window, std::string_view key) {
     const QKeySequence sequence(Name(key));
-    if (sequence.count() != 1) throw std::runtime_error("no key " + std::string(key));
+    if (sequence.count() != 1) throw std::invalid_argument("no key " + std::string(key));
     LetSearchEnd();
     QTest::keyClick(window, sequence[0].key(), sequence[0].keyboardModifiers());
 }

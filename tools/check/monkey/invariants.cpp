@@ -218,9 +218,10 @@ void Meter() {
     Require(askedNow <= kMaxQuestions, "the meter shows a question of its list and never goes back");
     constexpr std::string_view kNames =
         "|Chaotic Evil|Chaotic|Chaotic Good|Evil|True Neutral|Good|Lawfull Evil"
-        "|Lawfull|Lawfull Good||";
+        "|Lawfull|Lawfull Good|";
     const std::string result = Text("frmAling", "Label6");
-    Require(kNames.find("|" + result.substr(std::min<std::size_t>(result.size(), 9)) + "|") != kNames.npos,
+    const std::string name = result.substr(std::min<std::size_t>(result.size(), 9));
+    Require((name.empty() && askedNow == 1) || kNames.find("|" + name + "|") != kNames.npos,
             "the alignment has a name: " + result);
 }
 
