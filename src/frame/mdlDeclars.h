@@ -1,11 +1,13 @@
 #pragma once
 
-// What every tool leans on: the gate of all sound, the grab point of a title drag, the random numbers and the
-// conversions between the text of a control and a number.
+// What every tool leans on: the gate of all sound, the grab point of a title drag and the random numbers;
+// and, from a header of their own, the conversions between the text of a control and a number.
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "frame/number_text.h"
 
 namespace platform {
 class Form;
@@ -42,26 +44,5 @@ void MakeTopMost(platform::Form& Window);
 
 // Makes a text box refuse every typed character but digits. What is pasted or set still goes in.
 void SetNumberOnly(platform::TextBox& Box);
-
-// The longest decimal number at the start of the text (sign, digits, fraction, exponent), blanks ahead of it
-// skipped; 0 if there is none. Beyond the range of a double it gives the nearest finite one. The decimal
-// separator is a point in every locale.
-double LeadingNumber(std::string_view Text);
-
-// Whether the whole text, blanks around it aside, is a number that LeadingNumber reads.
-bool IsNumberText(std::string_view Text);
-
-// The nearest whole number, a half to the even neighbour; the greatest whole number not above the value.
-// Outside 32 bits both give the nearest bound.
-std::int32_t RoundToLong(double Value);
-std::int32_t FloorToLong(double Value);
-
-// A whole number of 64 bits brought into 32: the nearest bound if it does not fit.
-std::int32_t ClampToLong(std::int64_t Value);
-
-// Plain decimal text without thousands separator. A double shows at most 15 significant digits, no trailing
-// zeros, the user's decimal separator, and neither an exponent nor a "-0" at any magnitude.
-std::string NumberText(std::int32_t Value);
-std::string NumberText(double Value);
 
 }  // namespace orvane

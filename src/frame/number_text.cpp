@@ -1,10 +1,11 @@
+#include "frame/number_text.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
 
-#include "frame/mdlDeclars.h"
 #include "platform/locale.h"
 
 namespace orvane {

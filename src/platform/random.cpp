@@ -40,13 +40,4 @@ void SetRandomSource(std::function<float()> source) {
     Replacement() = std::move(source);
 }
 
-ScriptedRandom::ScriptedRandom(std::vector<float> values) : values_(std::move(values)) {
-    SetRandomSource([this] {
-        const auto index = static_cast<std::size_t>(count_++);
-        return index < values_.size() ? values_[index] : 0.0F;
-    });
-}
-
-ScriptedRandom::~ScriptedRandom() { SetRandomSource({}); }
-
 }  // namespace platform

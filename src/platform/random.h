@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <vector>
 
 namespace platform {
 
@@ -14,20 +13,5 @@ void ReseedRandomFromClock();
 
 // Puts another source in place of the program's own; an empty function brings that back, in its first state.
 void SetRandomSource(std::function<float()> source);
-
-// For tests: gives the listed values in turn as long as it lives, then 0. Count() tells how many were drawn.
-class ScriptedRandom {
- public:
-    explicit ScriptedRandom(std::vector<float> values);
-    ~ScriptedRandom();
-    ScriptedRandom(const ScriptedRandom&) = delete;
-    ScriptedRandom& operator=(const ScriptedRandom&) = delete;
-
-    int Count() const { return count_; }
-
- private:
-    std::vector<float> values_;
-    int count_ = 0;
-};
 
 }  // namespace platform

@@ -15,7 +15,7 @@ class DiceRoller : public WindowTest {
         robot::Paste(kForm, text);
     }
 
-    platform::ScriptedRandom draws{{0.8F, 0.5F, 0.0F}};
+    ScriptedRandom draws{{0.8F, 0.5F, 0.0F}};
 };
 
 TEST_F(DiceRoller, RollsWhenItOpensAndOnRequest) {

@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "frame/mdlDeclars.h"
-#include "platform/random.h"
+#include "support/scripted_random.h"
 
 using namespace orvane;
 
@@ -41,7 +41,7 @@ TEST(RollSummary, TellsNotationRangeAndAverage) {
          kHigh},
     };
     for (const auto& each : cases) {
-        platform::ScriptedRandom draws({0.5F});
+        ScriptedRandom draws({0.5F});
         EXPECT_EQ(RollSummary(each.Roll), each.Summary);
         EXPECT_EQ(DrawRoll(each.Roll), each.Drawn);
         EXPECT_EQ(draws.Count(), 1);

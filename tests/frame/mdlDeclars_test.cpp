@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/random.h"
+#include "support/scripted_random.h"
 #include "support/sounds.h"
 
 using namespace orvane;
@@ -35,7 +35,7 @@ TEST(RandomSource, StartsAlikeInEachRunAndFillsItsRangeEvenly) {
 }
 
 TEST(RandomRange, TakesOneDrawAndReachesBothBounds) {
-    platform::ScriptedRandom draws({0.0F, kLargestDraw, 0.7F, 0.4999F, 0.5F, 0.0F, kLargestDraw});
+    ScriptedRandom draws({0.0F, kLargestDraw, 0.7F, 0.4999F, 0.5F, 0.0F, kLargestDraw});
     EXPECT_EQ(RandomRange(1, 6), 1);
     EXPECT_EQ(RandomRange(1, 6), 6);
     EXPECT_EQ(RandomRange(5, 5), 5);

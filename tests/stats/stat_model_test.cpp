@@ -5,9 +5,9 @@
 #include <array>
 #include <vector>
 
-#include "platform/random.h"
 #include "stats/modifier_tables.h"
 #include "stats/stat_sheet.h"
+#include "support/scripted_random.h"
 
 namespace orvane {
 namespace {
@@ -24,7 +24,7 @@ TEST(StatModel, DrawsInOrderAndRepeatsWhatIsRefused) {
     };
     std::vector<float> draws;
     for (const int roll : rolls) draws.push_back(static_cast<float>(roll - 3) / 16);
-    const platform::ScriptedRandom random(std::move(draws));
+    const ScriptedRandom random(std::move(draws));
     DrawStatValues();
     const std::array<std::int32_t, kStatCount> expected = {13, 17, 2, 12, 9, 20, 12, 6, 18};
     for (std::size_t i = 0; i < kStatCount; ++i) EXPECT_EQ(Stats[i].Value, expected[i]) << Stats[i].Name;

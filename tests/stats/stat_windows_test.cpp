@@ -71,7 +71,7 @@ TEST_F(StatWindows, TheCounterFirstShowsBothInSilence) {
 TEST_F(StatWindows, EveryChoiceAndEveryKeyCountsAnew) {
     Open<frmStatsGenerator>();
     listener.Heard();
-    platform::ScriptedRandom draws(std::vector<float>(1000, 0.6F));
+    ScriptedRandom draws(std::vector<float>(1000, 0.6F));
     const auto expectCounts = [&](std::size_t counts, const std::string& selection) {
         EXPECT_EQ(listener.Heard(), Strings(counts, "chant.wav"));
         EXPECT_TRUE(Result().starts_with(selection + "\r\n")) << Result();
@@ -100,7 +100,7 @@ TEST_F(StatWindows, RandomizeInEitherWindowIsOneCount) {
         listener.Heard();
         std::vector<float> values(12, 0.6F);
         std::fill_n(values.begin(), 3, 0.95F);
-        platform::ScriptedRandom draws(std::move(values));
+        ScriptedRandom draws(std::move(values));
         robot::Click(form, "Cmnd(1)");
         EXPECT_EQ(listener.Heard(), Strings{"chant.wav"});
         EXPECT_EQ(draws.Count(), 12);

@@ -7,10 +7,10 @@
 #include "frame/frmMain.h"
 #include "platform/places.h"
 #include "platform/profile_fixture.h"
-#include "platform/random.h"
 #include "stats/frmStatsCounter.h"
 #include "stats/frmStatsGenerator.h"
 #include "support/robot.h"
+#include "support/scripted_random.h"
 #include "support/sounds.h"
 #include "weapons/frmWeapons.h"
 

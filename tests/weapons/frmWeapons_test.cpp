@@ -31,7 +31,7 @@ TEST_F(WeaponWindow, MakesAWeaponOnRequestFromTheFilesAsTheyWereAtItsLoad) {
     EXPECT_EQ(Result(), "");
     std::filesystem::remove(Weapons);
 
-    const platform::ScriptedRandom draws({0.0F, 0.9F, 0.0F, 0.99F, 0.5F});
+    const ScriptedRandom draws({0.0F, 0.9F, 0.0F, 0.99F, 0.5F});
     robot::Click(kForm, "Cmnd(1)");
     EXPECT_EQ(draws.Count(), 5);
     EXPECT_EQ(
@@ -53,7 +53,7 @@ TEST_F(WeaponWindow, SaysWhyThereIsNoWeapon) {
     Show<frmWeapons>();
     const std::string reason = Result();
     EXPECT_TRUE(reason.ends_with("must be at most 100000.\r\n" + Weapons.string())) << reason;
-    const platform::ScriptedRandom draws({});
+    const ScriptedRandom draws({});
     Enter(kForm, "Alt+R", "x");
     robot::Click(kForm, "Cmnd(1)");
     EXPECT_EQ(Result(), reason);

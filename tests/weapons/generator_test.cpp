@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/mdlDeclars.h"
-#include "platform/random.h"
+#include "support/scripted_random.h"
 #include "weapons/weapon_sheet.h"
 
 namespace orvane {
@@ -11,7 +11,7 @@ namespace {
 
 // The first of everything, as good as new. Without level files all its percentages are 0.
 GeneratedWeapon MakeFirst(const WeaponTables& tables) {
-    const platform::ScriptedRandom random({0, 0, 0, 0, 0.9999999F});
+    const ScriptedRandom random({0, 0, 0, 0, 0.9999999F});
     return GenerateWeapon(tables);
 }
 

@@ -5,7 +5,7 @@
 
 #include "platform/places.h"
 #include "platform/profile_fixture.h"
-#include "platform/random.h"
+#include "support/scripted_random.h"
 #include "weapons/weapon_sheet.h"
 
 namespace orvane {
@@ -33,7 +33,7 @@ class WeaponFiles : public FolderTest {
     std::string Sheet(std::vector<float> draws) {
         LoadWeapons(tables_);
         LoadModifiers(tables_);
-        const platform::ScriptedRandom random(std::move(draws));
+        const ScriptedRandom random(std::move(draws));
         return BuildWeaponSheet(GenerateWeapon(tables_));
     }
 
@@ -131,7 +131,7 @@ TEST(ShippedWeapons, ReadWellInEveryCombination) {
         return value > 0 && std::abs(value * scale - std::round(value * scale)) < 1e-6;
     };
     for (int i = 0; i < count * 5 * 5 * 7; ++i) {
-        const platform::ScriptedRandom random(
+        const ScriptedRandom random(
             {draw(i / 175, count), draw(i / 35, 5), draw(i / 7, 5), draw(i, 7), 0.9999F});
         const GeneratedWeapon made = GenerateWeapon(tables);
         SCOPED_TRACE(BuildWeaponSheet(made));
