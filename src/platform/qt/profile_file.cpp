@@ -2,13 +2,19 @@
 #include <signal.h>  // NOLINT(modernize-deprecated-headers): of POSIX
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
-#include <cstdint>
+#include <cinttypes>
+#include <climits>
+#include <cstdio>
+#include <cstring>
 #include <utility>
+#include <vector>
 
 #include "platform/places.h"
 #include "platform/profile.h"
@@ -49,23 +55,51 @@ class NoSizeSignal {
     struct sigaction before_ {};
 };
 
-// A file beside the one that it is to replace. It is gone again unless it has taken that one's place.
+// The name of a file beside the one that it is to replace. Its second half is the first one's complement, so
+// that nobody else's file can have such a name. Fixed in length, so that it fits nearly everywhere.
+constexpr std::string_view kNewFilePrefix = ".orvane-save-";
+std::string NewFileName(std::uint64_t number) {
+    std::array<char, 33> digits{};
+    std::snprintf(digits.data(), digits.size(), "%016" PRIx64 "%016" PRIx64, number, ~number);
+    return std::string(kNewFilePrefix).append(digits.data());
+}
+
+bool IsNewFileName(const std::string& name) {
+    std::uint64_t number = 0;
+    if (!name.starts_with(kNewFilePrefix)) return false;
+    const char* digits = name.data() + kNewFilePrefix.size();
+    std::from_chars(digits, std::min(digits + 16, name.data() + name.size()), number, 16);
+    return name == NewFileName(number);
+}
+
+// Takes away what killed saves have left. A file whose maker lives is locked by it.
+void RemoveLeftOvers(const Path& folder) {
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; entry != end;
+         entry.increment(error)) {
+        if (!IsNewFileName(entry->path().filename())) continue;
+        const char* path = entry->path().c_str();
+        const Descriptor left(::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY));
+        if (left >= 0 && ::flock(left, LOCK_EX | LOCK_NB) == 0) ::unlink(path);
+    }
+}
+
+// A file that is to replace another one in its folder. It is gone again unless it has taken that one's place.
 class NewFile {
  public:
-    NewFile(const Path& target, mode_t mode) {
-        // Under the usual name the next save finds what a killed one has left. Where another process is
-        // saving, or something else lies at that name, any other name does.
-        const std::string usual = ".orvane-save";
-        for (const std::string& name : {usual, usual, UnusedName()}) {
-            path_ = target.parent_path() / name;
-            if (path_ == target) continue;
-            RemoveLeftOver();
+    NewFile(const Path& folder, mode_t mode) {
+        constexpr int kTries = 3;
+        for (int i = 0; i < kTries && file_ < 0; ++i) {
+            std::uint64_t number = 0;
+            if (::getentropy(&number, sizeof number) != 0) return;
+            path_ = folder / NewFileName(number);
             file_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
             if (file_ < 0) continue;
-            // The lock tells others that the file is no left-over. One of them may have been quicker.
+            // Another save may have come before the lock and taken the file for a left-over.
+            struct stat status {};
             const bool taken = ::flock(file_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-            if (!taken && IsAtPath(file_)) return;
-            ::close(std::exchange(file_, -1));
+            const bool gone = ::fstat(file_, &status) == 0 && status.st_nlink == 0;
+            if (taken || gone) ::close(std::exchange(file_, -1));
         }
     }
     ~NewFile() {
@@ -87,12 +121,22 @@ class NewFile {
         return true;
     }
 
-    bool TakeRights(const struct stat& old) {
+    // What the old file grants. What cannot be kept is given to nobody.
+    bool TakeRights(const Path& old, const struct stat& status) {
         // The owner first, since its change clears bits of the mode. Only root gives files away; others keep
         // at least the group, if it is one of theirs.
-        [[maybe_unused]] const bool kept = ::fchown(file_, old.st_uid, old.st_gid) == 0 ||
-                                           ::fchown(file_, static_cast<uid_t>(-1), old.st_gid) == 0;
-        return ::fchmod(file_, old.st_mode & 07777) == 0;
+        [[maybe_unused]] const bool kept = ::fchown(file_, status.st_uid, status.st_gid) == 0 ||
+                                           ::fchown(file_, static_cast<uid_t>(-1), status.st_gid) == 0;
+        struct stat made {};
+        if (::fstat(file_, &made) != 0) return false;
+        const bool sameGroup = made.st_gid == status.st_gid;
+        mode_t mode = status.st_mode & 07777;
+        if (made.st_uid != status.st_uid) mode &= ~mode_t{S_ISUID};
+        // Who was in the group is one of the others now, and may have been shut out.
+        if (!sameGroup) mode &= S_IRWXU | ((mode & S_IRWXG) >> 3);
+        if (!TakeAttributes(old, sameGroup)) mode &= S_IRWXU;
+        // Where all files have the same rights nobody can change them.
+        return (::fstat(file_, &made) == 0 && (made.st_mode & 07777) == mode) || ::fchmod(file_, mode) == 0;
     }
 
     bool Replace(const Path& target) {
@@ -104,38 +148,29 @@ class NewFile {
     }
 
  private:
-    bool IsAtPath(int file) const {
-        struct stat opened {};
-        struct stat found {};
-        return ::fstat(file, &opened) == 0 && ::lstat(path_.c_str(), &found) == 0 &&
-               opened.st_dev == found.st_dev && opened.st_ino == found.st_ino;
-    }
-
-    // A file whose maker lives is locked by it.
-    void RemoveLeftOver() const {
-        struct stat found {};
-        if (::lstat(path_.c_str(), &found) != 0 || !S_ISREG(found.st_mode)) return;
-        const Descriptor left(
-            ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY));
-        if (left >= 0 && ::flock(left, LOCK_EX | LOCK_NB) == 0 && IsAtPath(left)) ::unlink(path_.c_str());
-    }
-
-    // Fixed in length, so that it fits wherever the name of the old file does.
-    static std::string UnusedName() {
-        std::uint64_t number = 0;
-        if (::getentropy(&number, sizeof number) != 0) return {};  // the folder itself, which fails to open
-        std::array<char, 16> digits{};
-        const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number, 16);
-        return ".orvane-" + std::string(digits.data(), end);
+    // Copies the extended attributes, of which the access list is one. False if that is not the old file's.
+    bool TakeAttributes(const Path& old, bool sameGroup) const {
+        constexpr const char* kAccessList = "system.posix_acl_access";
+        const auto none = [] { return errno == ENODATA || errno == EOPNOTSUPP; };
+        // A folder may have a list for what is made in it.
+        bool same = ::fremovexattr(file_, kAccessList) == 0 || none();
+        std::vector<char> names(XATTR_LIST_MAX);
+        std::vector<char> value(XATTR_SIZE_MAX);
+        const ssize_t length = ::listxattr(old.c_str(), names.data(), names.size());
+        if (length < 0 && !none()) same = false;
+        for (const char* name = names.data(); name < names.data() + length; name += std::strlen(name) + 1) {
+            const bool grants = std::string_view(name).starts_with("system.");
+            const ssize_t size = ::getxattr(old.c_str(), name, value.data(), value.size());
+            const bool kept = size >= 0 && (sameGroup || !grants) &&
+                              ::fsetxattr(file_, name, value.data(), static_cast<std::size_t>(size), 0) == 0;
+            if (grants && !kept) same = false;
+        }
+        return same;
     }
 
     Path path_;
     int file_ = -1;
 };
-
-bool IsProfile(const struct stat& status) {
-    return S_ISREG(status.st_mode) && status.st_size <= static_cast<off_t>(kMaxProfileBytes);
-}
 
 // What a link stands for in the end, whether that exists or not.
 Path BehindLinks(Path file) {
@@ -161,13 +196,16 @@ void MakeFolder(const Path& folder) {
 ProfileFile ReadProfileFile(const Path& file) {
     struct stat status {};
     if (::stat(file.c_str(), &status) != 0) {
-        return {errno == ENOENT || errno == ENOTDIR ? ProfileState::Missing : ProfileState::Unusable};
+        return {errno == ENOENT || errno == ENOTDIR ? ProfileState::Missing : ProfileState::Untold};
     }
     // Asked before the opening, since that alone can act on a device or on the far end of a pipe, and again
     // behind it, since the file may have changed places.
-    if (!IsProfile(status)) return {ProfileState::Unusable};
+    if (!S_ISREG(status.st_mode)) return {ProfileState::Unusable};
     const Descriptor opened(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-    if (opened < 0 || ::fstat(opened, &status) != 0 || !IsProfile(status)) return {ProfileState::Unusable};
+    if (opened < 0 || ::fstat(opened, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return {ProfileState::Unusable};
+    }
+    if (status.st_size > static_cast<off_t>(kMaxProfileBytes)) return {ProfileState::TooLarge};
 
     ProfileFile read{ProfileState::Readable, std::string(static_cast<std::size_t>(status.st_size), '\0')};
     std::size_t length = 0;
@@ -186,12 +224,12 @@ bool ReplaceProfileFile(const Path& file, std::string_view bytes) {
     const Path target = BehindLinks(file);
     if (target.filename().empty() || bytes.size() > kMaxProfileBytes) return false;
     const ProfileFile old = ReadProfileFile(target);
-    if (old.State == ProfileState::Unusable) return false;
-    if (old.State == ProfileState::Readable && old.Bytes == bytes) return true;
+    const bool exists = old.State == ProfileState::Readable;
+    if (!exists && old.State != ProfileState::Missing) return false;
+    if (exists && old.Bytes == bytes) return true;
 
     const Path folder = target.parent_path();
     struct stat status {};
-    const bool exists = old.State == ProfileState::Readable;
     if (exists) {
         // To root every file is writable; one that nobody may write to was meant to stay.
         constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
@@ -202,9 +240,10 @@ bool ReplaceProfileFile(const Path& file, std::string_view bytes) {
     }
 
     const NoSizeSignal noSizeSignal;
-    NewFile made(target, exists ? 0600 : 0666);
+    RemoveLeftOvers(folder);
+    NewFile made(folder, exists ? 0600 : 0666);
     if (!made.IsOpen() || !made.Write(bytes)) return false;
-    if (exists && !made.TakeRights(status)) return false;
+    if (exists && !made.TakeRights(target, status)) return false;
     if (!made.Replace(target)) return false;
     // The new name must outlive a power cut as well. If not, the old file does.
     if (const Descriptor entries(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)); entries >= 0) {
