@@ -28,7 +28,7 @@ class IniPass {
         if (const IniPass* outer = Innermost(name, Purpose::Write)) {
             text_ = platform::ProfileText(outer->text_.Bytes());
             replaceable_ = outer->replaceable_;
-            readable_ = outer->readable_;
+            state_ = outer->state_;
         } else {
             Load();
         }
@@ -52,7 +52,7 @@ class IniPass {
     }
 
     platform::ProfileText& Text() { return text_; }
-    bool Readable() const { return readable_; }
+    platform::ProfileState State() const { return state_; }
 
     void Set(std::string_view section, std::string_view key, std::optional<std::string_view> value) {
         if (text_.SetValue(section, key, value)) changed_ = true;
@@ -75,11 +75,12 @@ class IniPass {
  private:
     void Load() {
         platform::ProfileFile read = platform::ReadProfileFile(file_);
-        replaceable_ = read.State != platform::ProfileState::Unusable;
-        if (read.State == platform::ProfileState::Missing) {
+        using State = platform::ProfileState;
+        replaceable_ = read.State == State::Missing || read.State == State::Readable;
+        if (read.State == State::Missing || read.State == State::Untold) {
             read = platform::ReadProfileFile(platform::ShippedFile(file_, platform::CurrentPlaces()));
         }
-        readable_ = read.State == platform::ProfileState::Readable;
+        state_ = read.State;
         text_ = platform::ProfileText(read.Bytes);
     }
 
@@ -88,7 +89,7 @@ class IniPass {
     std::filesystem::path file_;
     platform::ProfileText text_;
     bool replaceable_ = false;
-    bool readable_ = false;
+    platform::ProfileState state_ = platform::ProfileState::Missing;
     bool changed_ = false;
 };
 
@@ -115,7 +116,7 @@ IniReadPass::IniReadPass(std::string_view FileName) {
         pass_ = std::make_unique<IniPass>(FileName, Purpose::Read);
         pass = pass_.get();
     }
-    readable_ = pass->Readable();
+    state_ = pass->State();
 }
 
 IniReadPass::~IniReadPass() = default;

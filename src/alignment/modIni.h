@@ -1,8 +1,8 @@
 #pragma once
 
 // The one way to the values of profile files. A file name is taken as a user types it, see
-// platform::PathOfName. A file of the user's folder that does not exist yet counts as the one of the same
-// name that came with the program; a write then makes the user's own.
+// platform::PathOfName. A file of the user's folder that does not exist yet, or cannot be told to, counts as
+// the one of the same name that came with the program; a write then makes the user's own.
 
 #include <cstdint>
 #include <memory>
@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "frame/mdlDeclars.h"
+#include "platform/profile.h"
 
 namespace orvane {
 
@@ -36,12 +37,12 @@ class IniReadPass {
     IniReadPass(const IniReadPass&) = delete;
     IniReadPass& operator=(const IniReadPass&) = delete;
 
-    // Whether there was a file that could be read when the pass began.
-    bool Readable() const { return readable_; }
+    // What there was to read when the pass began.
+    platform::ProfileState State() const { return state_; }
 
  private:
     std::unique_ptr<IniPass> pass_;  // empty within another pass on the file, which then answers
-    bool readable_ = false;
+    platform::ProfileState state_ = platform::ProfileState::Missing;
 };
 
 // As long as it lives, every IniWrite to this file is only collected, and every IniRead of it sees what was

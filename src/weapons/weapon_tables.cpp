@@ -104,11 +104,16 @@ void LoadWeapons(WeaponTables& Tables) {
     };
     const IniReadPass pass(fileName);
     const std::int32_t items = ReadNumber("HEAD", "items", fileName);
+    if (pass.State() == platform::ProfileState::TooLarge) {
+        return refuse("The weapon file is too large: it must have at most " +
+                      NumberText(std::int32_t{platform::kMaxProfileBytes >> 20}) + " MiB.");
+    }
+    if (pass.State() != platform::ProfileState::Readable) {
+        return refuse("The weapon file is missing or cannot be read.");
+    }
     if (items < 1) {
         return refuse(
-            pass.Readable()
-                ? "The weapon file lists no weapons: \"items\" in its section [HEAD] must be at least 1."
-                : "The weapon file is missing or cannot be read.");
+            "The weapon file lists no weapons: \"items\" in its section [HEAD] must be at least 1.");
     }
     if (items > kWeaponLimit) {
         return refuse(

@@ -67,8 +67,8 @@ struct WeaponTables {
 inline constexpr std::int32_t kWeaponLimit = 100000;
 
 // Reads weapon.ini into Weapons, as many records as "items" of its section HEAD says; a record without a
-// section is all zeros. Without a readable file, or with items outside 1 to kWeaponLimit, Weapons is left
-// empty and NoWeaponsReason tells what is wrong and which file was looked for.
+// section is all zeros. Without a file that can be read, or with items outside 1 to kWeaponLimit, Weapons is
+// left empty and NoWeaponsReason tells what is wrong and which file was looked for.
 void LoadWeapons(WeaponTables& Tables);
 
 // Reads quality.ini, buc.ini and metal.ini into the three tables of levels. What is missing reads as 0, and

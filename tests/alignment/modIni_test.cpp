@@ -63,6 +63,14 @@ TEST_F(ModIniTest, TheShippedFileStandsInUntilTheFirstWrite) {
     IniWrite("s", "k", "5", kName);
     EXPECT_EQ(BytesOf(File), "; by us\r\n[s]\r\nk=5\r\nj=2\r\n");
     EXPECT_EQ(BytesOf(Shipped / "a.ini"), shipped);
+
+    std::filesystem::remove(File);
+    std::filesystem::create_directory(File);
+    EXPECT_EQ(IniRead("s", "k", kName), "") << "the user has one, though none that can be read";
+    platform::SetPlaces({Folder / std::string(5000, 'x'), Shipped, Folder});
+    EXPECT_EQ(IniRead("s", "k", kName), "1") << "nobody can tell whether the user has one";
+    IniWrite("s", "k", "5", kName);
+    EXPECT_EQ(BytesOf(Shipped / "a.ini"), shipped);
 }
 
 TEST_F(ModIniTest, AReadPassSeesOneStateAndTheProgramsOwnWrites) {

@@ -101,6 +101,8 @@ TEST_F(WeaponFiles, TellsWhyThereAreNoWeapons) {
         Write("weapon.ini", std::string("[HEAD] items=") + items + " [WEAPON001] Name=Dagger");
         expectReason(std::atof(items) < 1 ? "must be at least 1." : "must be at most 100000.");
     }
+    std::filesystem::resize_file(Folder / "weapon.ini", (std::uintmax_t{64} << 20) + 1);
+    expectReason("is too large: it must have at most 64 MiB.");
     Write("weapon.ini", "[HEAD] items=100000");
     LoadWeapons(tables_);
     EXPECT_EQ(tables_.Weapons.size(), 100000U);
