@@ -89,7 +89,6 @@ void frmEditQuestions::Form_Load() {
 void frmEditQuestions::CloseFromOutside() { platform::UnloadForm<frmEditQuestions>(); }
 
 void frmEditQuestions::ShowQuestion(std::int32_t Number) {
-    // A box might not hold every character that a file can: what nobody edits stays as it was read.
     showing_ = true;
     const QuestionRecord& question = edit_.List[Number];
     for (int i = 1; i <= kAnswerCount; ++i) {
@@ -103,12 +102,16 @@ void frmEditQuestions::ShowQuestion(std::int32_t Number) {
     lblNumber.SetCaption(NumberText(Number) + "/" + NumberText(edit_.QuestionCount));
 }
 
-void frmEditQuestions::txtQuestion_Change() {
-    if (!showing_) Current().Text = txtQuestion.Text();
+// What a box is made to show is stored as the list has it: a box might not hold every character that a file
+// can, and what nobody edits stays as it was read.
+void frmEditQuestions::Store(TextField& field, const platform::TextBox& box) const {
+    field = showing_ ? TextOf(field) : box.Text();
 }
 
+void frmEditQuestions::txtQuestion_Change() { Store(Current().Text, txtQuestion); }
+
 void frmEditQuestions::txtAnsver_Change(int Index) {
-    if (!showing_) Current().Answers[Index].Text = The<platform::TextBox>("txtAnsver", Index).Text();
+    Store(Current().Answers[Index].Text, The<platform::TextBox>("txtAnsver", Index));
 }
 
 void frmEditQuestions::cmbAling_Validate(int Index) {

@@ -15,6 +15,7 @@ class frmEditQuestions : public Window {
 
  private:
     void ShowQuestion(std::int32_t Number);
+    void Store(TextField& field, const platform::TextBox& box) const;
     void txtQuestion_Change();
     void txtAnsver_Change(int Index);
     void cmbAling_Validate(int Index);

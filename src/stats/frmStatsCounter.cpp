@@ -16,7 +16,7 @@ constexpr ControlRow kControls[] = {
     {"Cmnd(3)", Kind::Button, "x", {320, 8, 17, 17}},
     {"Label6(1)", Kind::Caption, "Stat :", {8, 32, 81, 17}},
     {"Label6(2)", Kind::Caption, "Rnge :", {88, 32, 33, 17}},
-    {"Label6(3)", Kind::Caption, "Value :", {120, 32, 57, 17}},
+    {"Label6(3)", Kind::CentredCaption, "Value :", {120, 32, 57, 17}},
     {"cmndName", Kind::Cell, "", {8, 48, 81, 17}, kPlain, kNineRows},
     {"cmndRange", Kind::Cell, "", {88, 48, 33, 17}, kPlain, kNineRows},
     {"cmndMinus", Kind::CellButton, "-", {120, 48, 17, 17}, kPlain, kNineRows},

@@ -68,6 +68,18 @@ TEST_F(Editor, WalksAndCutsAndGrowsTheList) {
     }
 }
 
+TEST_F(Editor, StoresTheEmptyTextWhereShowingASlotEmptiesABox) {
+    Press("cmndAdd");
+    Press("cmndAdd");
+    Enter(kForm, "Alt+2", "two");
+    Press("cmndPrev");
+    Press("cmndSave");
+    const std::string saved = BytesOf(Folder / "user" / "questions.ini");
+    EXPECT_NE(saved.find("[QUESTION_002]\r\nansvertext_2=\r\n[QUESTION_003]\r\nansvertext_2=two"),
+              std::string::npos)
+        << saved;
+}
+
 TEST_F(Editor, KeepsACodeThatItDoesNotKnowUntilTheFocusHasBeenThere) {
     Open("[HEAD]\r\nitems=1\r\n[QUESTION_001]\r\nansvervalue_1=XX\r\nansvervalue_2=YY\r\n");
     EXPECT_EQ(Text("cmbAling(1)"), "    Illegal value!");
