@@ -27,7 +27,8 @@ class Control:
 
     name = property(lambda self: self.accessible.get_name())
     description = property(lambda self: self.accessible.get_description())
-    role = property(lambda self: self.accessible.get_role_name())
+    # Newer versions of the bus call a push button a button.
+    role = property(lambda self: re.sub("^button$", "push button", self.accessible.get_role_name()))
     text = property(lambda self: Atspi.Text.get_text(self.accessible, 0, -1))
     checked = property(lambda self: self.has(Atspi.StateType.CHECKED))
     focused = property(lambda self: self.has(Atspi.StateType.FOCUSED))
