@@ -42,7 +42,7 @@ ids=(--reuid "$(inside id -u player)" --regid "$(inside id -g player)" --clear-g
 echo "A Debian $(<"$system/etc/debian_version") of $(inside dpkg-query -W | wc -l) packages."
 
 cp build/package/*.deb "$system/root/"
-cp -r --parents tools/tour tests/display sounds "$shared"
+cp -r --parents tests/walk sounds "$shared"
 cat >"$shared/orvane-utilities" <<END
 #!/bin/sh
 exec /usr/sbin/chroot $system setpriv --inh-caps=-all --ambient-caps=-all orvane-utilities
@@ -51,9 +51,9 @@ chmod 755 "$shared/orvane-utilities"
 chown -R "${ids[1]}:${ids[3]}" "$shared"
 
 start_command() {
-    (cd / && TMPDIR=$shared PYTHONPATH=$shared/tools/tour timeout 120 \
+    (cd / && TMPDIR=$shared timeout 120 \
         setpriv "${ids[@]}" --inh-caps=+sys_chroot --ambient-caps=+sys_chroot \
-        /usr/bin/python3 -B "$shared/tests/display/installed_test.py" "$shared/orvane-utilities")
+        /usr/bin/python3 -B "$shared/tests/walk" "$shared/orvane-utilities" installed)
 }
 install() { quietly inside apt-get -q -y "$@" install "/root/$(ls "$system/root")"; }
 purge() { quietly inside apt-get -q -y purge orvane-utilities; }

@@ -6,7 +6,6 @@ cd "$(dirname "$(readlink -f "$0")")/../.."
 source tools/packages.sh
 
 need build package tour
-export PYTHONPATH=tools/tour
 tools/package.sh
 cd build/package
 package=$(ls ./*.deb)
@@ -59,5 +58,5 @@ cd ../..
 
 echo; echo "The program out of the package and out of the archive:"
 verdict "sounds, weapons and questions" timeout 120 \
-    /usr/bin/python3 -B tests/display/installed_test.py "build/package/$package" "build/package/$archive"
+    /usr/bin/python3 -B tests/walk "build/package/$package" installed "build/package/$archive"
 exit "$failed"

@@ -14,6 +14,15 @@ import time
 
 PATIENCE = 10  # seconds until what should happen at once counts as not happening
 DENSITY = float(os.environ.get("QT_SCALE_FACTOR") or 1)  # pixels of the screen in one of the program's
+SCREEN = 1600, 1200
+MANAGERS = {
+    "openbox": ("openbox", "--sm-disable"),
+    # A file of the user's own keeps the question for one off the screen; Alt is the program's.
+    "i3": ("sh", "-c", "mkdir -p ~/.config/i3; sed 's/Mod1/Mod4/; $a bindsym Mod1+F4 kill' /etc/i3/config >"
+                       "~/.config/i3/config; exec i3"),
+    "xfwm4": ("sh", "-c", "xfsettingsd --replace --no-daemon & exec xfwm4 --compositor=on"),
+    "mutter": ("mutter", "--x11"),
+}
 
 
 class Failure(Exception):
@@ -51,7 +60,8 @@ def start(*words, **options):
 
 
 def start_server(log, *words):
-    """Starts a server that writes one line, where it can be reached, to the descriptor put for {}."""
+    """Starts a server that writes one line, where it can be reached, to the descriptor put for {}. Gives the
+    line and the process."""
     reader, writer = os.pipe()
     server = start(*(word.format(writer) for word in words), pass_fds=[writer], stdout=log, stderr=log)
     os.close(writer)
@@ -59,7 +69,7 @@ def start_server(log, *words):
         address = answer.readline().strip()
     if not address:
         raise Failure(f"{words[0]} ended with {server.wait(PATIENCE)}: {pathlib.Path(log.name).read_text()}")
-    return address
+    return address, server
 
 
 def children():
@@ -87,6 +97,20 @@ def end_children():
 
 
 @contextlib.contextmanager
+def surroundings(**values):
+    """Variables of the environment for what is started inside; None takes one away."""
+    before = dict(os.environ)
+    for name in values:
+        os.environ.pop(name, None)
+    os.environ.update({name: str(value) for name, value in values.items() if value is not None})
+    try:
+        yield
+    finally:
+        os.environ.clear()
+        os.environ.update(before)
+
+
+@contextlib.contextmanager
 def new_home():
     """An empty home and an environment in which nothing of the real user's takes part. Gives the home, which
     ends with all that was started in it."""
@@ -106,27 +130,42 @@ def new_home():
 
 
 @contextlib.contextmanager
-def desktop(*manager):
-    """The desktop, on which every program comes up that is started inside. Gives the user's home. A window
-    manager other than the usual one, by its command, may need some time yet."""
+def screen(log, manager="openbox"):
+    """A display server and a window manager, on which every program comes up that is started inside. Gives the
+    server's process."""
+    width, height = (round(side * DENSITY) for side in SCREEN)
+    number, server = start_server(log, "Xvfb", "-displayfd", "{}", "-screen", "0", f"{width}x{height}x24", "-noreset")
+    with surroundings(DISPLAY=f":{number}"):
+        start(*MANAGERS[manager], stdout=log, stderr=log)
+        wait_for("the window manager", lambda: "window id" in output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
+        try:
+            yield server
+        finally:
+            if server.poll() is not None:  # one that was killed leaves it
+                pathlib.Path(f"/tmp/.X11-unix/X{number}").unlink(missing_ok=True)
+                pathlib.Path(f"/tmp/.X{number}-lock").unlink(missing_ok=True)
+
+
+@contextlib.contextmanager
+def desktop(manager="openbox"):
+    """The whole desktop. Gives the user's home."""
     with new_home() as home, open(home / "servers.log", "w") as log:
-        number = start_server(log, "Xvfb", "-displayfd", "{}", "-screen", "0",
-                              f"{round(1600 * DENSITY)}x{round(1200 * DENSITY)}x24", "-noreset")
-        bus = start_server(log, "dbus-daemon", "--session", "--nofork", "--print-address={}",
-                           f"--address=unix:path={home}/bus")
-        os.environ.update(DISPLAY=f":{number}", DBUS_SESSION_BUS_ADDRESS=bus,
-                          QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-        start(*manager or ("openbox", "--sm-disable", "--startup", f"touch {home}/managed"), stdout=log, stderr=log)
-        wait_for("the window manager", lambda: manager or (home / "managed").exists())
-        yield home
+        bus, _ = start_server(log, "dbus-daemon", "--session", "--nofork", "--print-address={}",
+                              f"--address=unix:path={home}/bus")
+        with surroundings(DBUS_SESSION_BUS_ADDRESS=bus, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1"), screen(log, manager):
+            yield home
 
 
 # The user's hands and eyes.
 
+def output(*words, given=None):
+    done = subprocess.run(list(map(str, words)), input=given, capture_output=True, timeout=PATIENCE)
+    return done.stdout.decode(errors="replace")
+
+
 def xdotool(*words):
     """What xdotool prints; empty if it fails, as a search does that finds nothing."""
-    done = subprocess.run(["xdotool", *map(str, words)], capture_output=True, text=True, timeout=PATIENCE)
-    return done.stdout.strip()
+    return output("xdotool", *words).strip()
 
 
 def press(*keys):
@@ -141,15 +180,13 @@ def enter(text):
 
 
 def clipboard(selection="clipboard"):
-    done = subprocess.run(["xclip", "-out", "-selection", selection, "-target", "UTF8_STRING"],
-                          capture_output=True, timeout=PATIENCE)
-    return done.stdout.decode()
+    return output("xclip", "-out", "-selection", selection, "-target", "UTF8_STRING")
 
 
-def main(check):
-    """Runs a check with the words of the command line. What the user would not see as it should be ends the
-    process with a message."""
-    try:
-        check(*sys.argv[1:])
-    except Failure as failure:
-        sys.exit(f"{pathlib.Path(sys.argv[0]).stem}: {failure}")
+def active_window():
+    return xdotool("getactivewindow")
+
+
+def properties(window, name):
+    """What the window manager says of a window, "root" included, under a name."""
+    return output("xprop", *(["-root"] if window == "root" else ["-id", window]), name)

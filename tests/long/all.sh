@@ -1,0 +1,41 @@
+#!/bin/bash
+# The checks that take their time, one after the other, or those that are named. Each tells in a line whether it holds
+# and what it shows; what it printed, and its pictures, lie in build/long.
+set -uo pipefail
+cd "$(dirname "$(readlink -f "$0")")/../.."
+source tools/packages.sh
+
+walk="/usr/bin/python3 -B tests/walk build/release/program/orvane-utilities"
+out=build/long
+names=() purposes=() shows=() commands=()
+check() { # NAME "PURPOSE OF PACKAGES..." WHAT IT SHOWS: COMMAND
+    names+=("$1") purposes+=("$2") shows+=("$3") commands+=("$4")
+}
+check code "code" "the code is laid out and reads clean, the released program is hardened" tools/check/code.sh
+check package "package" "the package and the archive are whole, and the same when packed again" tools/check/package.sh
+check clean "package clean" "the package installs, runs and goes away in a minimal system" tools/check/clean_install.sh
+for manager in i3 xfwm4 mutter; do
+    check "$manager" "desktops" "the walk through every tool holds under the window manager $manager" \
+        "$walk walk $out/$manager $manager"
+done
+check dense "" "the walk through every tool holds on a screen of twice the density" \
+    "env QT_SCALE_FACTOR=2 $walk walk $out/dense"
+check idle "" "with all tools open and used no thread of the program runs for 40 seconds" "$walk idle 40"
+check looks "looks" "texts stay whole at densities 1 to 3, in other fonts and sizes; other languages change nothing" \
+    tests/long/looks.sh
+check monkey "" "200,000 random events break none of what must always hold, and nothing grows" \
+    "build/sanitize/tests/monkey --events 200000"
+check figures "measure" "start, memory, answers and wake-ups keep within their budgets" tools/measure.sh
+
+failed=0
+mkdir -p "$out"
+for i in "${!names[@]}"; do
+    [[ $# -eq 0 || " $* " == *" ${names[i]} "* ]] || continue
+    need ${purposes[i]} || exit
+    SECONDS=0
+    verdict=holds
+    ${commands[i]} >"$out/${names[i]}.log" 2>&1 || verdict=FAILED failed=1
+    printf '%-8s %-6s %4d s  %s\n' "${names[i]}" "$verdict" "$SECONDS" "${shows[i]}"
+    [[ $verdict == holds ]] || tail -n 20 "$out/${names[i]}.log"
+done
+exit "$failed"

@@ -1,0 +1,262 @@
+"""The program under test as a user meets it: a process with windows, and in these what assistive technology
+reads."""
+
+import contextlib
+import os
+import pathlib
+import re
+import subprocess
+import time
+from typing import NamedTuple
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+from desktop import (DENSITY, PATIENCE, SCREEN, Failure, active_window, children, expect, start, wait_for,
+                     xdotool)
+
+FRAME = 50  # pixels that a window manager may put round a window
+FEWEST_COLOURS = 100  # in the picture of a window that is painted
+
+
+class Tool(NamedTuple):
+    name: str
+    title: str  # for the desktop; several windows have the same
+    mark: str  # a button that only this window has
+    text: str = ""  # the box that a press of it changes
+    rolled_down: int = 0  # pixels, if that is not the height at first
+
+
+# By their buttons, in the order in which they are opened.
+TOOLS = {
+    "Dice Roller": Tool("frmDice", "Orvane Stats Generator", "Roll Dice !", "Result"),
+    "Dice Reverse": Tool("frmRange2Dice", "Range To Dice", "Get Dice", "Result"),
+    "Stats Min/Max Generator": Tool("frmStatsGenerator", "Orvane Stats Generator", "Randomize", "Result"),
+    "Stats Counter": Tool("frmStatsCounter", "Orvane Stats Generator", "+", "Result"),
+    "Weapons": Tool("frmWeapons", "Range To Dice", "Get Weapon", "Result"),
+    "Alingments": Tool("frmAling", "Form1", "Editor", rolled_down=321),
+}
+LAUNCHER = Tool("frmMain", "Orvane Stats Generator", "Exit")
+EDITOR = Tool("frmEditQuestions", "Question Editor (ini version 1.0a )", "Save")
+
+
+class Control:
+    """What assistive technology sees of a window or of something in it."""
+
+    def __init__(self, accessible):
+        self.accessible = accessible
+
+    name = property(lambda self: self.accessible.get_name())
+    description = property(lambda self: self.accessible.get_description())
+    role = property(lambda self: self.accessible.get_role_name().removeprefix("push "))  # until AT-SPI 2.54
+    text = property(lambda self: Atspi.Text.get_text(self.accessible, 0, -1))
+    checked = property(lambda self: self.told("CHECKED"))
+    focused = property(lambda self: self.told("FOCUSED"))
+    showing = property(lambda self: self.told("SHOWING"))
+
+    def told(self, state):
+        return self.accessible.get_state_set().contains(getattr(Atspi.StateType, state))
+
+    @property
+    def place(self):
+        """Left, top, width and height on the screen, in the program's pixels."""
+        box = self.accessible.get_extents(Atspi.CoordType.SCREEN)
+        return box.x, box.y, box.width, box.height
+
+    def controls(self):
+        count = self.accessible.get_child_count()
+        return [Control(child) for i in range(count) if (child := self.accessible.get_child_at_index(i))]
+
+    def act(self, action="Press"):
+        """What assistive technology does in place of a click."""
+        names = [Atspi.Action.get_action_name(self.accessible, i)
+                 for i in range(Atspi.Action.get_n_actions(self.accessible))]
+        Atspi.Action.do_action(self.accessible, names.index(action))
+
+    def hover(self, *then):
+        left, top, width, height = self.place
+        xdotool("mousemove", *(round(at * DENSITY) for at in (left + width // 2, top + height // 2)), *then)
+
+    def click(self):
+        self.hover("mousedown", 1, "mouseup", 1)
+
+    def entries(self):
+        """The open list of a drop-down list; None if it is closed."""
+        view = self.controls()[0]
+        return view.controls() if view.showing else None
+
+    def choose(self, name):
+        self.click()
+        entries = wait_for(f"the open list {self.name}", self.entries)
+        next(entry for entry in entries if entry.name == name).click()
+        wait_for(f"the list {self.name} to close", lambda: self.entries() is None)
+
+
+class Window(Control):
+    """A window on the screen. Its number is that of the display server."""
+
+    def __init__(self, accessible, number):
+        super().__init__(accessible)
+        self.number = number
+
+    title = property(lambda self: xdotool("getwindowname", self.number))
+    status = property(lambda self: next(c.name for c in self.controls() if c.role == "status bar"))
+    focus = property(lambda self: [control.name for control in self.controls() if control.focused])
+
+    @property
+    def bounds(self):
+        """Left, top, width and height by the display server, in the program's pixels."""
+        shell = dict(re.findall(r"(\w+)=(-?\d+)", xdotool("getwindowgeometry", "--shell", self.number)))
+        return tuple(round(int(shell.get(name, 0)) / DENSITY) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def all(self, role, pattern):
+        """The controls whose name begins like that, from the top."""
+        found = [c for c in self.controls() if c.role == role and re.match(pattern, c.name)]
+        return sorted(found, key=lambda control: control.place[1])
+
+    def find(self, role, name):
+        found = [control for control in self.controls() if (control.role, control.name) == (role, name)]
+        if not found:
+            raise Failure(f"no {role} {name!r} in the window {self.name!r}")
+        return found[0]
+
+    def button(self, name): return self.find("button", name)
+    def label(self, name): return self.find("label", name)
+    def box(self, name): return self.find("text", name)
+    def list(self, name): return self.find("combo box", name)
+
+    def has(self, name):
+        return any(control.name == name for control in self.controls())
+
+    def activate(self):
+        if active_window() != str(self.number):
+            xdotool("windowactivate", self.number)
+            expect("the active window", active_window, str(self.number))
+            time.sleep(0.1)  # to some window managers a press that comes with this is older than this
+
+    def press(self, button):
+        self.activate()
+        self.button(button).click()
+
+    def move(self, left, top):
+        """Moves the window as a window manager does."""
+        xdotool("windowmove", self.number, round(left * DENSITY), round(top * DENSITY))
+        wait_for(f"{self.name} to come to its place",
+                 lambda: all(0 <= at - wanted < FRAME for at, wanted in zip(self.place[:2], (left, top))))
+
+    def photograph(self, file):
+        """Leaves a picture of the window, taken once it is painted and does not change any more."""
+        self.activate()
+
+        def run(*words, given=None):
+            return subprocess.run(words, input=given, stdout=subprocess.PIPE, timeout=PATIENCE, check=True).stdout
+
+        def settled():
+            first, second = (run("import", "-silent", "-window", str(self.number), "png:-") for _ in range(2))
+            painted = int(run("identify", "-format", "%k", "png:-", given=first)) >= FEWEST_COLOURS
+            return painted and first == second and first
+
+        file.write_bytes(wait_for(f"a picture of {self.name}", settled))
+
+
+class Session:
+    """A started program. What it writes goes to a file that the user never sees and a test may read."""
+
+    def __init__(self, path, home, tidy=True):
+        """Tidy: every window is put where none covers another."""
+        self.path = pathlib.Path(path).resolve()
+        self.output = pathlib.Path(home) / "program.log"
+        self.corner, self.placed = [20, 20], set() if tidy else None
+        Atspi.get_desktop(0).get_child_count()  # the program looks for assistive technology when it starts
+        started = time.monotonic()
+        with open(self.output, "w") as log:
+            self.process = start(str(self.path), cwd=home, stdout=log, stderr=log)
+        wait_for("the start", self.window_numbers)
+        self.started = f"start {(time.monotonic() - started) * 1000:.0f} ms"
+        self.launcher = self.window(LAUNCHER)
+
+    def accessible_windows(self):
+        desktop = Atspi.get_desktop(0)
+        for i in range(desktop.get_child_count()):
+            program = desktop.get_child_at_index(i)
+            if program and program.get_process_id() == self.process.pid:
+                program.set_cache_mask(Atspi.Cache.NONE)
+                return [window for window in Control(program).controls() if window.showing]
+        return []
+
+    def window_numbers(self):
+        """The numbers of the windows on the screen, in the order in which they were made."""
+        return sorted(map(int, xdotool("search", "--onlyvisible", "--pid", self.process.pid).split()))
+
+    def window(self, tool, seconds=PATIENCE):
+        """The tool's window, once it has come. The display server and assistive technology know a window by
+        different names, but at one place, give or take its frame."""
+        def find():
+            numbers = self.window_numbers()
+            for control in self.accessible_windows():
+                if not any(c.name == tool.mark for c in control.controls()):
+                    continue
+                for number in reversed(numbers):
+                    window = Window(control.accessible, number)
+                    if window.title == tool.title and window.bounds[2:] == window.place[2:] and \
+                            all(abs(a - b) < FRAME for a, b in zip(window.bounds[:2], window.place[:2])):
+                        return window
+            return None
+
+        window = wait_for(f"the window {tool.title!r} with {tool.mark!r}", find, seconds)
+        if self.placed is not None and window.number not in self.placed:
+            self.place(window)
+        return window
+
+    def place(self, window):
+        self.placed.add(window.number)
+        width = window.bounds[2]
+        if self.corner[0] + width > SCREEN[0]:
+            self.corner = [20, self.corner[1] + 400]
+        window.move(*self.corner)
+        self.corner[0] += width + 20
+
+    def open(self, button):
+        self.launcher.press(button)
+        return self.window(TOOLS[button])
+
+    def open_editor(self):
+        self.open("Alingments").press("Editor")
+        editor = self.window(EDITOR)
+        editor.press("Open")
+        expect("the number of questions", lambda: editor.has("1/24"), True)
+        return editor
+
+    def roll(self):
+        """Presses something that must act at once."""
+        for glyph, height in ("_", 32), ("=", 273):
+            self.launcher.press(glyph)
+            expect("the height after a press", lambda: self.launcher.bounds[3], height, seconds=1)
+
+    def open_files(self):
+        """What the process holds open: paths of files and pipes, and the kinds of the rest."""
+        found = []
+        for file in pathlib.Path(f"/proc/{self.process.pid}/fd").iterdir():
+            with contextlib.suppress(FileNotFoundError):  # closed meanwhile
+                found.append(os.readlink(file))
+        return found
+
+    def expect_end(self, code=0, seconds=PATIENCE):
+        """The process ends as told and leaves nothing behind. Gives the milliseconds that it took."""
+        started = time.monotonic()
+        wait_for("the end of the program", lambda: self.process.poll() is not None, seconds)
+        took = (time.monotonic() - started) * 1000
+        said = self.output.read_text()
+        if self.process.returncode != code or (code == 0 and said) or said.count("\n") > 1:
+            raise Failure(f"the program ended with {self.process.returncode}, not {code}, and said {said!r}")
+        for child in children():
+            with contextlib.suppress(OSError):  # it has just ended
+                if os.readlink(f"/proc/{child}/exe") == str(self.path):
+                    raise Failure(f"the process {child} is left")
+        return f"ended with {code} after {took:.0f} ms"
+
+    def leave(self, seconds=1):
+        self.launcher.press("Exit")
+        return self.expect_end(seconds=seconds)
