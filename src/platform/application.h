@@ -24,7 +24,7 @@ void EndProgram();
 void SetClipboardText(std::string_view text);
 
 // A box with the text and one OK button, under the program's title, in front of all windows. Waits until it
-// is closed.
+// is closed; no window acts meanwhile, whatever presses in it.
 void ShowMessage(std::string_view text);
 
 }  // namespace platform

@@ -33,7 +33,9 @@ class Form {
     // The desktop asks the form to close (window manager, Alt+F4, close box). By itself it does nothing.
     virtual void CloseFromOutside() {}
 
-    // Never waits. Shows the form where it last stood, or brings it forward if it is shown already.
+    // Never waits. Shows the form where it last stood, or brings it forward if it is shown already. The first
+    // time one without a place comes up where it covers no window of the program and none covers it, as long
+    // as the screen that the pointer is on has such a place.
     void Show();
     // Keeps everything as it is.
     void Hide();
@@ -87,8 +89,8 @@ bool IsLoaded() {
     return internal::reference<Window> != nullptr;
 }
 
-// Closes the window and forgets all that it held; the next use starts anew. A handler of the window itself
-// may call this as its last act.
+// Closes the window and forgets all that it held; the next use starts anew. Of the window's own handlers
+// CloseFromOutside may call this, as its last act, and no other.
 template <class Window>
 void UnloadForm() {
     internal::reference<Window>.reset();

@@ -118,10 +118,13 @@ TEST_F(Meter, ReportsAnUnknownCodeAndGoesOn) {
         // The box has the attention of all windows.
         const std::string question = Question();
         Answer(4);
+        robot::PressByAssistant(kForm, "lblInput(4)");
+        robot::PressByAssistant(kForm, "Command1");
         EXPECT_EQ(Question(), question);
     });
     Answer(1);
     EXPECT_EQ(robot::MessagesSeen(), 1);
+    EXPECT_FALSE(robot::Shown("frmEditQuestions"));
     EXPECT_EQ(Question(), "2 of 2\r\nWhy 2?");
     EXPECT_EQ(Result(), "Result : Chaotic Evil");
 }

@@ -36,6 +36,26 @@ TEST(FormReference, LoadsOnceAlsoFromInside) {
     EXPECT_FALSE(IsLoaded<Loading>());
 }
 
+// A window whose place is not set comes up where there is room beside the others.
+TEST(FormPlace, IsWhereNoOtherWindowIs) {
+    Form centred("Centred", "Centred", 300, 250, FormFrame::None);
+    Form first("First", "First", 200, 250, FormFrame::None);
+    Form second("Second", "Second", 350, 200, FormFrame::Dialog);
+    centred.Centre();
+    std::vector<Rect> places;
+    for (Form* form : {&centred, &first, &second}) {
+        form->Show();
+        places.push_back(robot::Bounds(form == &centred ? "Centred" : form == &first ? "First" : "Second"));
+        const Rect& at = places.back();
+        EXPECT_TRUE(at.Left >= 0 && at.Top >= 0 && at.Left + at.Width <= 800 && at.Top + at.Height <= 800);
+        for (std::size_t i = 0; i + 1 < places.size(); ++i) {
+            const Rect& other = places[i];
+            EXPECT_TRUE(at.Left >= other.Left + other.Width || other.Left >= at.Left + at.Width ||
+                        at.Top >= other.Top + other.Height || other.Top >= at.Top + at.Height);
+        }
+    }
+}
+
 class Controls : public testing::Test {
  protected:
     Form form{"Test", "Test", 300, 200, FormFrame::None};
@@ -104,6 +124,9 @@ TEST_F(Controls, ACaptionHasAtMostOneAccessKey) {
     robot::Click("Test", "other");
     robot::Key("Test", "Alt+1");
     EXPECT_EQ(robot::Focus("Test"), "ignored");
+    // A letter that is no access key is typed no more than one that is.
+    robot::Key("Test", "Alt+X");
+    EXPECT_EQ(hidden.Text(), "");
     label.SetCaption("Bread && &Butter");
     EXPECT_EQ(robot::Text("Test", "label"), "Bread && Butter");
     EXPECT_EQ(label.Caption(), "Bread && &Butter");
@@ -170,7 +193,7 @@ TEST_F(Controls, AListTellsItsOpeningKeysAndChoices) {
     EXPECT_EQ(Events(), (Strings{"key", "click Female"}));
     robot::Key("Test", "Up");
     EXPECT_EQ(Events(), Strings{"click Male"});
-    robot::Key("Test", "Alt+X");
+    robot::Key("Test", "Alt+F");
     EXPECT_TRUE(Events().empty());
     robot::OpenList("Test", "list");
     robot::KeyInOpenList("Test", "list", "O");

@@ -39,6 +39,12 @@ TEST_F(Look, EveryTextIsWhole) {
     }
     EXPECT_TRUE(robot::RoomFor("frmStatsGenerator", "txtTextOut", 26, 11));
     EXPECT_TRUE(robot::RoomFor("frmDice", "txtResult", 24, 5));
+    std::string sheet = std::string(31, '0');
+    for (int line = 2; line <= 14; ++line) sheet += "\n" + std::string(31, '0');
+    robot::Key("frmWeapons", "Alt+R");
+    robot::Key("frmWeapons", "Ctrl+A");
+    robot::Paste("frmWeapons", sheet);
+    EXPECT_TRUE(robot::Whole("frmWeapons", "txtResult"));
 }
 
 // A control without a hint leaves the last one.

@@ -65,7 +65,7 @@ class AccessibleLabel : public QAccessibleWidget {
     }
 
     void doAction(const QString& action) override {
-        if (action != pressAction()) return;
+        if (action != pressAction() || !widget()->isEnabled()) return;
         auto* form = static_cast<FormWidget*>(widget()->window());
         if (Control::Native* control = form->Find(widget())) control->PressFromOutside();
     }
@@ -101,7 +101,8 @@ class AccessibleList : public QAccessibleWidget {
 
     QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
     void doAction(const QString& action) override {
-        actionNames().contains(action) ? List().showPopup() : QAccessibleWidget::doAction(action);
+        if (!actionNames().contains(action)) return QAccessibleWidget::doAction(action);
+        if (List().isEnabled()) List().showPopup();
     }
     QStringList keyBindingsForAction(const QString&) const override { return {}; }
 

@@ -6,6 +6,8 @@
 #include <QMessageBox>
 #include <QPixmapCache>
 #include <cstdlib>
+#include <utility>
+#include <vector>
 
 #include "platform/qt/accessibility.h"
 #include "platform/qt/paste_guard.h"
@@ -74,7 +76,18 @@ void ShowMessage(std::string_view text) {
     box.setTextFormat(Qt::PlainText);
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    // Assistive technology presses without an event that the box could hold back from the windows.
+    std::vector<std::pair<QWidget*, QWidget*>> waiting;  // each window and what has the focus in it
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->parentWidget() == nullptr) waiting.emplace_back(window, window->focusWidget());
+    }
+    for (const auto& [window, focus] : waiting) window->setEnabled(false);
+    box.setEnabled(true);
     box.exec();
+    for (const auto& [window, focus] : waiting) {
+        window->setEnabled(true);
+        if (focus != nullptr) focus->setFocus();
+    }
 }
 
 }  // namespace platform

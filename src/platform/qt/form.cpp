@@ -10,15 +10,57 @@
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include "platform/qt/toolkit.h"
 
 namespace platform {
 namespace {
 
-constexpr int kWidestFrame = 50;  // pixels that a window manager may put round a window
+constexpr int kWidestFrame = 50;               // pixels that a window manager may put round a window
+constexpr QMargins kUsualFrame(5, 5, 15, 45);  // with some room, since it is not known before it is there
 
+const QScreen* PointersScreen() {
+    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    return screen != nullptr ? screen : QGuiApplication::primaryScreen();
+}
+
+// Where on the pointer's screen a window of that size covers none of the program's, as near as can be to the
+// one that the user is in.
+std::optional<QPoint> FreePlace(const QSize& size) {
+    const QScreen* screen = PointersScreen();
+    if (screen == nullptr) return std::nullopt;
+    const QRect area = screen->availableGeometry();
+    // At an edge of the screen or of another window.
+    std::vector<int> lefts{area.left()}, tops{area.top()};
+    std::vector<QRect> taken;
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (!window->isVisible() || window->isMinimized()) continue;
+        const QRect place = taken.emplace_back(window->frameGeometry());
+        lefts.insert(lefts.end(), {place.left(), place.right() + 1, place.left() - size.width()});
+        tops.insert(tops.end(), {place.top(), place.bottom() + 1, place.top() - size.height()});
+    }
+    const QWidget* active = QApplication::activeWindow();
+    const QPoint aim = (active != nullptr ? active->frameGeometry() : area).center();
+    std::optional<QPoint> nearest;
+    int distance = 0;
+    for (const int left : lefts) {
+        for (const int top : tops) {
+            const QRect place({left, top}, size);
+            const auto meets = [&](const QRect& other) { return place.intersects(other); };
+            const int from = (place.center() - aim).manhattanLength();
+            if ((nearest && from >= distance) || !area.contains(place) || std::ranges::any_of(taken, meets))
+                continue;
+            nearest = place.topLeft();
+            distance = from;
+        }
+    }
+    return nearest;
+}
+
+float ToTwips(int pixels) { return static_cast<float>(pixels) * kTwipsPerPixel; }
 int ToPixels(float twips) { return static_cast<int>(std::lround(twips / kTwipsPerPixel)); }
 
 Qt::WindowFlags FlagsOf(FormFrame frame) {
@@ -118,13 +160,12 @@ void FormWidget::MoveTo(float left, float top) {
 }
 
 void FormWidget::Centre() {
-    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+    const QScreen* screen = PointersScreen();
     if (screen == nullptr) return;
     const QRect area = screen->geometry();
     const int left = area.x() + (area.width() - width()) / 2;
     const int top = area.y() + (area.height() - height()) / 2;
-    MoveTo(static_cast<float>(left) * kTwipsPerPixel, static_cast<float>(top) * kTwipsPerPixel);
+    MoveTo(ToTwips(left), ToTwips(top));
 }
 
 // A display server answers each move later, so a report of a position asked for some moves ago is no news.
@@ -143,8 +184,8 @@ void FormWidget::moveEvent(QMoveEvent* event) {
     const QPoint off = event->pos() - QPoint(ToPixels(left_), ToPixels(top_));
     const bool byFrame = QRect(0, 0, kWidestFrame, kWidestFrame).contains(off);
     if (now < std::exchange(settledAt_, {}) && byFrame) return MoveTo(left_, top_);
-    left_ = static_cast<float>(event->pos().x()) * kTwipsPerPixel;
-    top_ = static_cast<float>(event->pos().y()) * kTwipsPerPixel;
+    left_ = ToTwips(event->pos().x());
+    top_ = ToTwips(event->pos().y());
 }
 
 // From then on a move is the user's.
@@ -167,14 +208,27 @@ void FormWidget::closeEvent(QCloseEvent* event) {
     if (form_ != nullptr) form_->CloseFromOutside();
 }
 
+void FormWidget::ComeBack() {
+    const QRect place({ToPixels(left_), ToPixels(top_)}, size());
+    move(place.topLeft());
+    // Without a place that the program asks for, if only for the one that it has, the window manager would
+    // place the window as if it were new.
+    windowHandle()->setPosition(windowHandle()->position());
+    // The screen that it stood on may have gone meanwhile.
+    const auto shows = [&](const QScreen* screen) { return screen->geometry().intersects(place); };
+    if (std::ranges::none_of(QGuiApplication::screens(), shows)) Centre();
+}
+
 void FormWidget::ShowAgain() {
     if (!isVisible()) {
-        // A window manager would place a window that comes back as if it were new.
-        const QRect place({ToPixels(left_), ToPixels(top_)}, size());
-        if (shownBefore_) move(place.topLeft());
-        // The screen that it stood on may have gone meanwhile.
-        const auto shows = [&](const QScreen* screen) { return screen->geometry().intersects(place); };
-        if (shownBefore_ && std::ranges::none_of(QGuiApplication::screens(), shows)) Centre();
+        if (shownBefore_) {
+            ComeBack();
+        } else if (!testAttribute(Qt::WA_Moved)) {
+            const bool frameless = windowFlags().testFlag(Qt::FramelessWindowHint);
+            const QMargins frame = frameless ? QMargins() : kUsualFrame;
+            if (const auto place = FreePlace(size().grownBy(frame)))
+                MoveTo(ToTwips(place->x() + frame.left()), ToTwips(place->y() + frame.top()));
+        }
         if (testAttribute(Qt::WA_Moved))
             settledAt_ = std::chrono::steady_clock::now() + std::chrono::seconds(1);
         if (focusWidget() == nullptr) QWidget::focusNextPrevChild(true);
@@ -193,7 +247,7 @@ Form::Form(std::string_view name, std::string_view caption, int width, int heigh
     native_->Widget->setObjectName(ToQString(name));
     native_->Widget->setWindowTitle(ToQString(caption));
     native_->Widget->setFixedSize(width, height);
-    native_->Height = static_cast<float>(height) * kTwipsPerPixel;
+    native_->Height = ToTwips(height);
 }
 
 // The widget may be in the middle of an event of its own.

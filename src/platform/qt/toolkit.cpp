@@ -1,6 +1,7 @@
 #include "platform/qt/toolkit.h"
 
 #include <QFontMetricsF>
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QMouseEvent>
 #include <QPainter>
@@ -12,6 +13,28 @@
 #include "platform/qt/theme_style.h"
 
 namespace platform {
+namespace {
+
+// The largest that keeps within 15 pixels a line, at exactly 8 a character.
+QFont FixedFont() {
+    QFont font;
+    font.setFamilies({"Liberation Mono", "DejaVu Sans Mono", "monospace"});
+    font.setStyleHint(QFont::Monospace);
+    for (int size = 13; size > 8; --size) {
+        font.setPixelSize(size);
+        if (QFontMetrics(font).height() <= 15) break;
+    }
+    font.setLetterSpacing(QFont::AbsoluteSpacing, 8.0 - QFontMetricsF(font).horizontalAdvance('0'));
+    return font;
+}
+
+// What might have been an access key, and is none of this window. The toolkit's boxes would take the letter.
+bool IsAltCharacter(const QKeyEvent& key) {
+    const Qt::KeyboardModifiers shift = key.modifiers() & (Qt::AltModifier | Qt::ControlModifier);
+    return shift == Qt::AltModifier && !key.text().isEmpty() && key.text().front().isPrint();
+}
+
+}  // namespace
 
 QString ToQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).replace("\r\n", "\n");
@@ -23,18 +46,13 @@ QColor ToQColor(Color color) { return {color.Red, color.Green, color.Blue}; }
 
 QFont ToQFont(const Font& font) {
     constexpr double kPixelsPerPoint = 96.0 / 72.0;
-    QFont result;
     if (font.Family == "Fixedsys") {
-        // 13 pixels of this family are the largest size that keeps within 8 pixels a character and 16 a line.
-        result.setFamilies({"DejaVu Sans Mono", "Liberation Mono", "monospace"});
-        result.setStyleHint(QFont::Monospace);
-        result.setPixelSize(13);
-        static const qreal kMissing = 8.0 - QFontMetricsF(result).horizontalAdvance('0');
-        result.setLetterSpacing(QFont::AbsoluteSpacing, kMissing);
-    } else {
-        result.setFamilies({"Liberation Sans", "Arimo", "Helvetica", "DejaVu Sans", "sans-serif"});
-        result.setPixelSize(static_cast<int>(std::lround(font.Points * kPixelsPerPoint)));
+        static const QFont kFixed = FixedFont();
+        return kFixed;
     }
+    QFont result;
+    result.setFamilies({"Liberation Sans", "Arimo", "Helvetica", "DejaVu Sans", "sans-serif"});
+    result.setPixelSize(static_cast<int>(std::lround(font.Points * kPixelsPerPoint)));
     return result;
 }
 
@@ -100,6 +118,7 @@ bool Control::Native::eventFilter(QObject*, QEvent* event) {
         case QEvent::MouseButtonDblClick:
         case QEvent::MouseButtonRelease: return HandlePointer(event);
         case QEvent::FocusIn: Parent->FocusCame(*this); return false;
+        case QEvent::KeyPress: return IsAltCharacter(*static_cast<QKeyEvent*>(event));
         default: return false;
     }
 }

@@ -116,6 +116,7 @@ class FormWidget : public QWidget {
  private:
     // Asks the control that has the focus whether it lets it go to the given widget.
     bool MayLeaveTo(const QWidget* next) const;
+    void ComeBack();
 
     Form* form_;
     std::vector<Control::Native*> controls_;
