@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "platform/application.h"
+#include "support/robot.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
@@ -11,5 +12,7 @@ int main(int argc, char** argv) {
     char* arguments[] = {argv[0], offscreen, plugin, reverse, nullptr};
     int count = static_cast<int>(std::size(arguments)) - 1;
     const platform::Application application(count, arguments);
-    return RUN_ALL_TESTS();
+    const int result = RUN_ALL_TESTS();
+    robot::Live([] { return false; });  // what has been unloaded goes while the toolkit is there
+    return result;
 }

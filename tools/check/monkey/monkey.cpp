@@ -541,6 +541,7 @@ int main(int argc, char** argv) {
     WatchForHang();
 
     while (run.Number < run.Events) Live();
+    robot::Live([] { return false; });  // what has been unloaded goes while the toolkit is there
     std::filesystem::remove_all(home);
 #if defined(__SANITIZE_ADDRESS__)
     __sanitizer_set_death_callback([] {});  // a leak is no event's
