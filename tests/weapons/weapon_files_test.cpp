@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <set>
+#include <functional>
 
 #include "platform/places.h"
 #include "platform/profile_fixture.h"
@@ -23,18 +25,11 @@ class WeaponFiles : public FolderTest {
         for (const char c : text) lines += c == ' ' ? "\r\n" : std::string(1, c);
         Put(Folder / file, lines + "\r\n");
     }
-    // A level of which percentages that are not given leave values as they are: of equal keys the first
-    // counts.
+    // A level whose percentages are 100 where the text gives none: of equal keys the first counts.
     void WriteLevel(const char* file, const std::string& text) {
         Write(file, text +
                         " MinDamage=100 MaxDamage=100 MinDamageFatigue=100 MaxDamageFatigue=100 Defence=100 "
                         "AttackBonus=100 MaxDurability=100 Price=100 Weight=100");
-    }
-    std::string Sheet(std::vector<float> draws) {
-        LoadWeapons(tables_);
-        LoadModifiers(tables_);
-        const ScriptedRandom random(std::move(draws));
-        return BuildWeaponSheet(GenerateWeapon(tables_));
     }
 
     WeaponTables tables_;
@@ -44,33 +39,20 @@ TEST_F(WeaponFiles, FillEveryLineOfTheSheet) {
     Write("weapon.ini",
           "[WEAPON001] Name=W MinDamage=2 MaxDamage=10 MinDamageFatigue=5 MaxDamageFatigue=50 AttackBonus=40 "
           "Defence=60 CriticalBonus=70 DamageType=-1 Speed=80 Weight=90 Metal=1 BUC=1 Quality=1 ReqStr=11 "
-          "CurDurability=1 MaxDurability=100 ReqDex=12 ReqLev=13 Hands=2 BasePrice=110 [HEAD] items=1");
+          "CurDurability=1 MaxDurability=90 ReqDex=12 ReqLev=13 Hands=2 BasePrice=110 [HEAD] items=1");
     WriteLevel("quality.ini",
                "[LEVEL5] Name=Q MaxDamage=110 MinDamageFatigue=120 MaxDamageFatigue=130 AttackBonus=140 "
-               "Defence=150 CriticalBonus=1 MaxDurability=160 ReqLev=2 Price=170 Weight=188 Speed=3");
+               "Defence=150 CriticalBonus=1 MaxDurability=125 ReqLev=2 Price=170 Weight=188 Speed=3");
     WriteLevel("buc.ini", "[LEVEL5] Name=B CriticalBonus=100 ReqLev=1");
     WriteLevel("metal.ini", "[LEVEL7] Name=M Speed=-90 Defence=-100 Price=50 Weight=25");
-    EXPECT_EQ(Sheet({0, 0.9999F, 0.9999F, 0.9999F, 0.9999F}),
+    LoadWeapons(tables_);
+    LoadModifiers(tables_);
+    const ScriptedRandom random({0, 0.9999F, 0.9999F, 0.9999F, 0.9999F});
+    EXPECT_EQ(BuildWeaponSheet(GenerateWeapon(tables_)),
               "B Q M W\r\nDamage: 1D10+1\r\nDamage Fatigue: 59D2-53\r\nAttack Bonus: +56\r\n"
               "Critical Chance: 171\r\nDamage Type: Universal\r\nSpeed: -7\r\nDefence Bonus: -90\r\n"
-              "Durability: 160 of 160\r\nWeight: 42.3\r\nRequired Strength: 11\r\n"
+              "Durability: 112 of 112.5\r\nWeight: 42.3\r\nRequired Strength: 11\r\n"
               "Required Dexterity: 12\r\nRequired Level: 16\r\n2-Handed\r\nShop price: 93.5");
-}
-
-TEST_F(WeaponFiles, MakeTheSheetOfABlade) {
-    Write("weapon.ini",
-          "[HEAD] items=1 [WEAPON001] Name=Blade MinDamage=2 MaxDamage=12 MinDamageFatigue=1 "
-          "MaxDamageFatigue=6 AttackBonus=3 Defence=0 CriticalBonus=5 DamageType=1 Speed=10 Weight=45 "
-          "MaxDurability=90 ReqStr=12 ReqDex=0 ReqLev=2 Hands=1 BasePrice=250");
-    WriteLevel("quality.ini",
-               "[LEVEL2] Name=Fine AttackBonus=200 MaxDurability=125 Price=150 CriticalBonus=2 ReqLev=1");
-    WriteLevel("buc.ini", "[LEVEL3] Name=Plain");
-    WriteLevel("metal.ini", "[LEVEL4] Name=Iron Price=95 Weight=90");
-    EXPECT_EQ(Sheet({0, 1.5F / 5, 2.5F / 5, 3.5F / 7, 87.5F / 113}),
-              "Plain Fine Iron Blade\r\nDamage: 2D6\r\nDamage Fatigue: 1D6\r\nAttack Bonus: +6\r\n"
-              "Critical Chance: 7\r\nDamage Type: Slashing\r\nSpeed: 10\r\nDurability: 87 of 112.5\r\n"
-              "Weight: 40.5\r\nRequired Strength: 12\r\nRequired Level: 3\r\n1-Handed\r\n"
-              "Shop price: 356.25");
 }
 
 TEST_F(WeaponFiles, ItemsAloneSayHowManyThereAre) {
@@ -109,7 +91,17 @@ TEST_F(WeaponFiles, TellsWhyThereAreNoWeapons) {
     EXPECT_EQ(tables_.NoWeaponsReason, "");
 }
 
-TEST(ShippedWeapons, ReadWellInEveryCombination) {
+bool Outdoes(const WeaponRecord& a, const WeaponRecord& b) {
+    using W = WeaponRecord;
+    const auto atLeast = [&](auto... keys) { return (... && (a.*keys >= b.*keys)); };
+    const auto atMost = [&](auto... keys) { return (... && (a.*keys <= b.*keys)); };
+    return a.DamageType == b.DamageType && a.Hands == b.Hands &&
+           a.MinDamage + a.MaxDamage >= b.MinDamage + b.MaxDamage &&
+           atLeast(&W::Speed, &W::AttackBonus, &W::Defence, &W::CriticalBonus) &&
+           atMost(&W::Weight, &W::ReqStr, &W::ReqDex, &W::ReqLev, &W::BasePrice);
+}
+
+TEST(ShippedWeapons, PlayWellInEveryCombination) {
     const auto data = std::filesystem::path(ORVANE_SOURCE_FOLDER) / "data";
     platform::SetPlaces({.UserData = data / "user", .Program = data});
     WeaponTables tables;
@@ -118,35 +110,52 @@ TEST(ShippedWeapons, ReadWellInEveryCombination) {
     platform::SetPlaces();
 
     const int count = static_cast<int>(tables.Weapons.size());
-    EXPECT_GE(count, 60) << tables.NoWeaponsReason;
-    std::set<std::string> names = {""};
-    for (const WeaponRecord& weapon : tables.Weapons)
-        EXPECT_TRUE(names.insert(weapon.Name).second) << weapon.Name;
-    for (const ModifierRecord& metal : tables.Metals)
-        EXPECT_TRUE(names.insert(metal.Name).second) << metal.Name;
+    ASSERT_GE(count, 110) << tables.NoWeaponsReason;
+    for (const WeaponRecord& weapon : tables.Weapons) {
+        for (const WeaponRecord& other : tables.Weapons) {
+            EXPECT_FALSE(&weapon != &other && (weapon.Name == other.Name || Outdoes(weapon, other)))
+                << weapon.Name << ", " << other.Name;
+        }
+    }
+    for (const int type : {0, 1, 2, 3})
+        EXPECT_GE(std::ranges::count(tables.Weapons, type, &WeaponRecord::DamageType), 0.15 * count) << type;
+    const auto growDearer = [](const auto& levels) {
+        return std::ranges::is_sorted(levels, std::less_equal(), &ModifierRecord::Price);
+    };
+    EXPECT_TRUE(growDearer(tables.Qualities) && growDearer(tables.BucLevels) && growDearer(tables.Metals));
 
+    int large = 0;
+    const auto isDice = [&large](int low, int high) {
+        int dice = 0, sides = 0;
+        std::sscanf(DiceFromRange(low, high).c_str(), "%dD%d", &dice, &sides);
+        if (sides >= 4) ++large;
+        return low > 0 && sides > 0 && dice <= 6;
+    };
+    const auto isPlain = [](double x) { return x > 0 && std::abs(std::remainder(x * 100, 1)) < 1e-6; };
     const auto draw = [](int index, int of) {
         return (static_cast<float>(index % of) + 0.5F) / static_cast<float>(of);
     };
-    const auto isDice = [](const std::string& text) { return !text.empty() && text.find('-') == text.npos; };
-    const auto isPlain = [](double value, int scale) {
-        return value > 0 && std::abs(value * scale - std::round(value * scale)) < 1e-6;
-    };
+    std::vector<double> factors;
     for (int i = 0; i < count * 5 * 5 * 7; ++i) {
-        const ScriptedRandom random(
-            {draw(i / 175, count), draw(i / 35, 5), draw(i / 7, 5), draw(i, 7), 0.9999F});
+        const ScriptedRandom random({draw(i / 175, count), draw(i / 35, 5), draw(i / 7, 5), draw(i, 7), 0});
         const GeneratedWeapon made = GenerateWeapon(tables);
+        const WeaponRecord& base = tables.Weapons.at(static_cast<std::size_t>(i / 175));
         SCOPED_TRACE(BuildWeaponSheet(made));
-        EXPECT_TRUE(made.DamageMin > 0 && isDice(DiceFromRange(made.DamageMin, made.DamageMax)));
-        EXPECT_TRUE(made.FatigueMin > 0 && isDice(DiceFromRange(made.FatigueMin, made.FatigueMax)));
+        EXPECT_TRUE(isDice(made.DamageMin, made.DamageMax) && isDice(made.FatigueMin, made.FatigueMax));
         EXPECT_TRUE(made.CriticalChance > 0 && made.Speed > 0);
-        EXPECT_EQ(made.HasAttackBonus, made.AttackBonus > 0);
-        EXPECT_EQ(made.HasDefenceBonus, made.DefenceBonus > 0);
-        EXPECT_EQ(made.HasReqLevel, made.ReqLevel > 1);
-        EXPECT_TRUE(made.ReqStr >= 0 && made.ReqDex >= 0 && made.ReqLevel >= 0 && made.Hands >= 0);
-        EXPECT_TRUE(isPlain(made.MaxDurability, 1) && isPlain(made.Weight, 100) &&
-                    isPlain(made.ShopPrice, 100));
+        EXPECT_TRUE(made.AttackBonus >= made.HasAttackBonus && made.DefenceBonus >= made.HasDefenceBonus);
+        // Weight and price have two decimals at most, durability none.
+        EXPECT_TRUE(isPlain(made.MaxDurability / 100) && isPlain(made.Weight) && isPlain(made.ShopPrice));
+        // Two lines of the sheet: its box is 31 columns wide.
+        EXPECT_TRUE(base.Name.size() <= 31 && made.FullName.size() - base.Name.size() <= 32);
+        factors.push_back(made.ShopPrice / base.BasePrice);
     }
+    EXPECT_GE(large, 0.75 * 2 * count * 5 * 5 * 7);
+    std::ranges::sort(factors);
+    const double middle = factors[factors.size() / 2];
+    EXPECT_TRUE(middle >= 1.5 && middle <= 2.5) << middle;
+    EXPECT_LT(factors[factors.size() * 9 / 10], 8);
+    EXPECT_LE(factors.back(), 25);
 }
 
 }  // namespace
