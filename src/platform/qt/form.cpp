@@ -11,9 +11,11 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <ranges>
 #include <utility>
 #include <vector>
 
+#include "platform/qt/label.h"
 #include "platform/qt/toolkit.h"
 
 namespace platform {
@@ -69,6 +71,18 @@ Qt::WindowFlags FlagsOf(FormFrame frame) {
            Qt::WindowCloseButtonHint;
 }
 
+bool TakesFocus(const Control::Native& control) { return control.Widget->focusPolicy() != Qt::NoFocus; }
+
+// The label whose access key leads to the next control that is made and takes the focus, if there is one.
+const LabelWidget* LabelAhead(const std::vector<Control::Native*>& controls) {
+    for (const Control::Native* control : std::views::reverse(controls)) {
+        if (TakesFocus(*control)) break;
+        const auto* label = dynamic_cast<const LabelWidget*>(control->Widget);
+        if (label != nullptr && label->Parsed().KeyIndex >= 0) return label;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 FormWidget::FormWidget(Form& form, FormFrame frame) : QWidget(nullptr, FlagsOf(frame)), form_(&form) {
@@ -76,12 +90,12 @@ FormWidget::FormWidget(Form& form, FormFrame frame) : QWidget(nullptr, FlagsOf(f
 }
 
 void FormWidget::Enrol(Control::Native& control) {
-    controls_.push_back(&control);
-    if (control.Widget->focusPolicy() == Qt::NoFocus) return;
     // A button has a name of its own.
-    if (!nextName_.isEmpty() && !control.Widget->inherits("QAbstractButton"))
-        control.Widget->setAccessibleName(nextName_);
-    nextName_.clear();
+    if (TakesFocus(control) && !control.Widget->inherits("QAbstractButton")) {
+        if (const LabelWidget* label = LabelAhead(controls_))
+            control.Widget->setAccessibleName(QString(label->Parsed().Text).remove(':').trimmed());
+    }
+    controls_.push_back(&control);
 }
 
 void FormWidget::Forget(Control::Native& control) {
@@ -96,9 +110,8 @@ Control::Native* FormWidget::Find(const QWidget* widget) const {
 
 void FormWidget::FocusBehind(const QWidget* label) {
     const auto start = std::ranges::find(controls_, label, &Control::Native::Widget);
-    const auto next = std::find_if(start, controls_.end(), [](const Control::Native* control) {
-        return control->Widget->focusPolicy() != Qt::NoFocus;
-    });
+    const auto next = std::find_if(start, controls_.end(),
+                                   [](const Control::Native* control) { return TakesFocus(*control); });
     if (next != controls_.end()) FocusTo((*next)->Widget);
 }
 

@@ -100,8 +100,6 @@ const QFont& LabelWidget::DrawnFont() {
     return *fitted_;
 }
 
-bool LabelWidget::Whole() { return Fits(DrawnFont(), parsed_, Room().size(), style_); }
-
 void LabelWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (!style_.Transparent) painter.fillRect(rect(), palette().window());
@@ -129,8 +127,6 @@ void Label::SetCaption(std::string_view caption) {
     auto& widget = static_cast<LabelWidget&>(*Toolkit().Widget);
     widget.SetCaption(ToQString(caption));
     Toolkit().SetAccessKey(widget.Parsed(), [this] { Toolkit().Parent->FocusBehind(Toolkit().Widget); });
-    if (widget.Parsed().KeyIndex >= 0)
-        Toolkit().Parent->NameNext(QString(widget.Parsed().Text).remove(':').trimmed());
 }
 
 int Label::BorderStyle() const { return static_cast<LabelWidget*>(Toolkit().Widget)->Bordered() ? 1 : 0; }

@@ -20,9 +20,8 @@ class LabelWidget : public QWidget {
     void SetCaption(const QString& caption);
     bool Bordered() const { return bordered_; }
     void SetBordered(bool bordered);
-    // The font that the caption is drawn in to stay whole, and whether that does it.
+    // The font that the caption is drawn in to stay whole; at its least, 7 pixels, even that may cut it.
     const QFont& DrawnFont();
-    bool Whole();
 
  protected:
     void changeEvent(QEvent* event) override;

@@ -94,8 +94,6 @@ class FormWidget : public QWidget {
     void FocusTo(QWidget* widget);
     // Tells the control that had the focus before, which may hold it back even now.
     void FocusCame(Control::Native& control);
-    // The name for the next control that takes the focus, from the label ahead of it.
-    void NameNext(const QString& caption) { nextName_ = caption; }
 
     void Orphan() { form_ = nullptr; }
     void MoveTo(float left, float top);
@@ -121,7 +119,6 @@ class FormWidget : public QWidget {
     Form* form_;
     std::vector<Control::Native*> controls_;
     Control::Native* focused_ = nullptr;  // the last that the focus came to
-    QString nextName_;
     float left_ = 0;
     float top_ = 0;
     struct Request {

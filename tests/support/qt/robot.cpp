@@ -258,7 +258,7 @@ std::vector<std::string> CutTexts(std::string_view form) {
                 cut.push_back((control->objectName() + ": " + text).toStdString());
         };
         if (auto* label = dynamic_cast<platform::LabelWidget*>(control)) {
-            if (!label->Whole() || label->DrawnFont().pixelSize() < kSmallest)
+            if (label->DrawnFont().pixelSize() < kSmallest)
                 cut.push_back((label->objectName() + ": " + label->Caption()).toStdString());
         } else if (const auto* box = qobject_cast<QLineEdit*>(control)) {
             fits(box->text(), box->size() - QSize(2, 0));
