@@ -22,12 +22,12 @@ struct ModifierEntry {
     StatModifier Modifier;
 };
 
-inline constexpr std::array<ModifierEntry, 2> SexModifiers = {{
+inline constexpr auto SexModifiers = std::to_array<ModifierEntry>({
     {"Male", {{kStrength, kConstitution, kNoStat}, {kAgility, kPerception, kNoStat}}},
     {"Female", {{kCharisma, kWisdom, kNoStat}, {kStrength, kConstitution, kNoStat}}},
-}};
+});
 
-inline constexpr std::array<ModifierEntry, 7> RaceModifiers = {{
+inline constexpr auto RaceModifiers = std::to_array<ModifierEntry>({
     {"Human", {{kLuck, kCharisma, kNoStat}, {kWisdom, kPerception, kNoStat}}},
     {"Elf", {{kCharisma, kMagic, kNoStat}, {kStrength, kConstitution, kNoStat}}},
     {"Dwarf", {{kStrength, kConstitution, kNoStat}, {kAgility, kMagic, kNoStat}}},
@@ -35,9 +35,9 @@ inline constexpr std::array<ModifierEntry, 7> RaceModifiers = {{
     {"Troll", {{kStrength, kConstitution, kNoStat}, {kCharisma, kInteligence, kNoStat}}},
     {"Orc", {{kConstitution, kInteligence, kNoStat}, {kCharisma, kLuck, kNoStat}}},
     {"Drakeling", {{kInteligence, kMagic, kNoStat}, {kCharisma, kAgility, kNoStat}}},
-}};
+});
 
-inline constexpr std::array<ModifierEntry, 10> ClassModifiers = {{
+inline constexpr auto ClassModifiers = std::to_array<ModifierEntry>({
     {"Warrior", {{kStrength, kAgility, kConstitution}, {kWisdom, kInteligence, kMagic}}},
     {"Ranger", {{kPerception, kAgility, kConstitution}, {kLuck, kInteligence, kMagic}}},
     {"Paladin", {{kStrength, kCharisma, kConstitution}, {kPerception, kInteligence, kMagic}}},
@@ -48,7 +48,7 @@ inline constexpr std::array<ModifierEntry, 10> ClassModifiers = {{
     {"Priest", {{kWisdom, kCharisma, kMagic}, {kInteligence, kAgility, kStrength}}},
     {"Alchemist", {{kConstitution, kInteligence, kMagic}, {kStrength, kCharisma, kPerception}}},
     {"Mentant", {{kPerception, kInteligence, kMagic}, {kStrength, kConstitution, kAgility}}},
-}};
+});
 
 // Writes Min, Max, Bon and Name of every record for the chosen entries, each given by its list index from 0.
 // Value stays. An index outside its table, such as the -1 of a list without a selection, moves no statistic.

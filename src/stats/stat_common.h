@@ -3,8 +3,15 @@
 #include <string_view>
 
 #include "frame/control_table.h"
+#include "stats/modifier_tables.h"
 
 namespace orvane {
+
+static_assert(
+    kStatCount == 9,
+    "the result boxes of both windows have eleven lines, and the counter's grid has room for nine rows");
+static_assert(SexModifiers.size() * RaceModifiers.size() * ClassModifiers.size() == 140,
+              "kStatHelp tells how many selections there are");
 
 // What both statistics windows say alike.
 inline constexpr std::string_view kStatHelp =
@@ -14,11 +21,11 @@ inline constexpr std::string_view kStatHelp =
     "There are 140 posible combinatios.";
 
 inline constexpr HintRow kStatHints[] = {
-    {"Cmnd(0)", "Will copy result to clipboard"},
-    {"Cmnd(1)", "Will randomize race, sex and class selection"},
-    {"Cmnd(2)", "Will close this window"},
-    {"Cmnd(3)", "Will close this window"},
-    {"Cmnd(4)", "Will minimize window"},
+    {{"Cmnd", 0}, "Will copy result to clipboard"},
+    {{"Cmnd", 1}, "Will randomize race, sex and class selection"},
+    {{"Cmnd", 2}, "Will close this window"},
+    {{"Cmnd", 3}, "Will close this window"},
+    {{"Cmnd", 4}, "Will minimize window"},
     {"txtTextOut", "This is result of your selection"},
     {"Label5", "Little help ..."},
     {"Status", "Tool tip :)"},

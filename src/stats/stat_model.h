@@ -23,15 +23,18 @@ enum StatIndex : std::int32_t {
     kCharisma,
     kPerception,
     kLuck,
+    kStatEnd
 };
 
-inline constexpr std::size_t kStatCount = 9;
-inline constexpr std::array<std::string_view, kStatCount> kStatNames = {
-    "Strength", "Agility",  "Constitution", "Wisdom", "Inteligence",
-    "Magic",    "Charisma", "Perception",   "Luck"};
+inline constexpr std::size_t kStatCount = kStatEnd;
+inline constexpr auto kStatNames =
+    std::to_array<std::string_view>({"Strength", "Agility", "Constitution", "Wisdom", "Inteligence", "Magic",
+                                     "Charisma", "Perception", "Luck"});
+static_assert(kStatNames.size() == kStatCount, "each statistic has a name");
 
-// What all nine values may add up to before the pool falls below 0.
+// What all values may add up to before the pool falls below 0.
 inline constexpr std::int32_t kPoolPoints = 81;
+static_assert(kPoolPoints == 9 * kStatCount, "the pool holds nine points for each statistic");
 
 // A draw lies strictly between Min and Max, a step may reach them. Bon is added to every draw.
 struct StatRecord {
