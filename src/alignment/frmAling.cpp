@@ -12,8 +12,8 @@ namespace {
 constexpr ControlRow kControls[] = {
     {"Icon", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
     {"lblTitle", Kind::Title, "Orvane Alingment meter", {48, 8, 401, 17}},
-    {"Cmnd(4)", Kind::Button, "_", {456, 8, 17, 17}},
-    {"Cmnd(3)", Kind::Button, "x", {472, 8, 17, 17}},
+    {{"Cmnd", 4}, Kind::Button, "_", {456, 8, 17, 17}},
+    {{"Cmnd", 3}, Kind::Button, "x", {472, 8, 17, 17}},
     {"Label1", Kind::Caption, "&Question and ansvers :", {8, 32, 273, 17}},
     {"txtQuestion", Kind::QuestionBox, "", {8, 48, 273, 105}, kFixed},
     {"Image2", Kind::Picture, "ornament", {8, 163, 21, 10}, kPlain, {.Count = 4, .Pitch = 24}},
@@ -30,10 +30,10 @@ constexpr ControlRow kControls[] = {
 };
 
 constexpr HintRow kHints[] = {
-    {"lblInput(1)", "Answer number 1."},       {"lblInput(2)", "Answer number 2."},
-    {"lblInput(3)", "Answer number 3."},       {"lblInput(4)", "Answer number 4."},
+    {{"lblInput", 1}, "Answer number 1."},     {{"lblInput", 2}, "Answer number 2."},
+    {{"lblInput", 3}, "Answer number 3."},     {{"lblInput", 4}, "Answer number 4."},
     {"picOutPut", "Alingment visual display"}, {"txtQuestion", "Question"},
-    {"Cmnd(3)", "Will close this window"},     {"Cmnd(4)", "Will minimize window"},
+    {{"Cmnd", 3}, "Will close this window"},   {{"Cmnd", 4}, "Will minimize window"},
 };
 
 constexpr WindowTable kTable{.Name = "frmAling",
@@ -60,7 +60,7 @@ std::int32_t ownDragY = 0;
 
 frmAling::frmAling() : ThemedForm(kTable, ownDragX, ownDragY) {
     for (int i = 1; i <= kAnswerCount; ++i)
-        The<platform::Label>("lblInput", i).Click = [this, i] { lblInput_Click(i); };
+        The<platform::Label>({"lblInput", i}).Click = [this, i] { lblInput_Click(i); };
     The<platform::PushButton>("Command1").Click = [] { platform::TheForm<frmEditQuestions>().Show(); };
 }
 
@@ -79,7 +79,7 @@ void frmAling::ShowQuestion(std::int32_t Number) {
     txtQuestion.SetText(NumberText(Number) + " of " + NumberText(QuestionCount) + std::string(kLineBreak) +
                         TextOf(question.Text));
     for (int i = 1; i <= kAnswerCount; ++i)
-        The<platform::Label>("lblInput", i)
+        The<platform::Label>({"lblInput", i})
             .SetCaption("&" + NumberText(i) + ".) " + TextOf(question.Answers[i].Text));
 }
 

@@ -9,18 +9,18 @@ namespace {
 constexpr ControlRow kControls[] = {
     {"Label3", Kind::Caption, "&Question Text :", {8, 8, 449, 17}},
     {"txtQuestion", Kind::SheetBox, "", {8, 24, 449, 89}},
-    {"Label1(0)", Kind::CentredCaption, "&1 :", {8, 120, 17, 21}},
-    {"txtAnsver(1)", Kind::TextBox, "", {24, 120, 241, 21}, kPlain, {}, "Answer 1"},
-    {"cmbAling(1)", Kind::List, "", {267, 120, 190, 23}, kFixed, {}, "Code of answer 1"},
-    {"Label1(1)", Kind::CentredCaption, "&2 :", {8, 144, 17, 21}},
-    {"txtAnsver(2)", Kind::TextBox, "", {24, 144, 241, 21}, kPlain, {}, "Answer 2"},
-    {"cmbAling(2)", Kind::List, "", {267, 144, 190, 23}, kFixed, {}, "Code of answer 2"},
-    {"Label1(2)", Kind::CentredCaption, "&3 :", {8, 168, 17, 21}},
-    {"txtAnsver(3)", Kind::TextBox, "", {24, 168, 241, 21}, kPlain, {}, "Answer 3"},
-    {"cmbAling(3)", Kind::List, "", {267, 168, 190, 23}, kFixed, {}, "Code of answer 3"},
-    {"Label1(3)", Kind::CentredCaption, "&4 :", {8, 192, 17, 21}},
-    {"txtAnsver(4)", Kind::TextBox, "", {24, 192, 241, 21}, kPlain, {}, "Answer 4"},
-    {"cmbAling(4)", Kind::List, "", {267, 192, 190, 23}, kFixed, {}, "Code of answer 4"},
+    {{"Label1", 0}, Kind::CentredCaption, "&1 :", {8, 120, 17, 21}},
+    {{"txtAnsver", 1}, Kind::TextBox, "", {24, 120, 241, 21}, kPlain, {}, "Answer 1"},
+    {{"cmbAling", 1}, Kind::List, "", {267, 120, 190, 23}, kFixed, {}, "Code of answer 1"},
+    {{"Label1", 1}, Kind::CentredCaption, "&2 :", {8, 144, 17, 21}},
+    {{"txtAnsver", 2}, Kind::TextBox, "", {24, 144, 241, 21}, kPlain, {}, "Answer 2"},
+    {{"cmbAling", 2}, Kind::List, "", {267, 144, 190, 23}, kFixed, {}, "Code of answer 2"},
+    {{"Label1", 2}, Kind::CentredCaption, "&3 :", {8, 168, 17, 21}},
+    {{"txtAnsver", 3}, Kind::TextBox, "", {24, 168, 241, 21}, kPlain, {}, "Answer 3"},
+    {{"cmbAling", 3}, Kind::List, "", {267, 168, 190, 23}, kFixed, {}, "Code of answer 3"},
+    {{"Label1", 3}, Kind::CentredCaption, "&4 :", {8, 192, 17, 21}},
+    {{"txtAnsver", 4}, Kind::TextBox, "", {24, 192, 241, 21}, kPlain, {}, "Answer 4"},
+    {{"cmbAling", 4}, Kind::List, "", {267, 192, 190, 23}, kFixed, {}, "Code of answer 4"},
     {"cmndFirst", Kind::PushButton, "|<<", {8, 216, 41, 19}},
     {"cmndPrev", Kind::PushButton, "<<", {48, 216, 41, 19}},
     {"lblNumber", Kind::CentredCaption, "", {88, 216, 129, 19}},
@@ -55,16 +55,16 @@ constexpr WindowTable kTable{.Name = "frmEditQuestions",
 
 }  // namespace
 
-frmEditQuestions::frmEditQuestions() : Window(kTable, platform::FormFrame::Dialog) {
+frmEditQuestions::frmEditQuestions() : TableForm(kTable, platform::FormFrame::Dialog) {
     txtQuestion.Change = [this] { txtQuestion_Change(); };
     for (int i = 1; i <= kAnswerCount; ++i) {
-        The<platform::TextBox>("txtAnsver", i).Change = [this, i] { txtAnsver_Change(i); };
-        The<platform::DropDownList>("cmbAling", i).Validate = [this, i] {
+        The<platform::TextBox>({"txtAnsver", i}).Change = [this, i] { txtAnsver_Change(i); };
+        The<platform::DropDownList>({"cmbAling", i}).Validate = [this, i] {
             cmbAling_Validate(i);
             return true;
         };
     }
-    const auto on = [this](std::string_view button, void (frmEditQuestions::*handler)()) {
+    const auto on = [this](const char* button, void (frmEditQuestions::*handler)()) {
         The<platform::PushButton>(button).Click = [this, handler] { (this->*handler)(); };
     };
     on("cmndFirst", &frmEditQuestions::cmndFirst_Click);
@@ -81,7 +81,7 @@ frmEditQuestions::frmEditQuestions() : Window(kTable, platform::FormFrame::Dialo
 void frmEditQuestions::Form_Load() {
     for (int i = 1; i <= kAnswerCount; ++i) {
         for (const AnswerCode& code : kAnswerCodes)
-            The<platform::DropDownList>("cmbAling", i).AddItem(code.Entry);
+            The<platform::DropDownList>({"cmbAling", i}).AddItem(code.Entry);
     }
     cmndNew_Click();
 }
@@ -93,8 +93,8 @@ void frmEditQuestions::ShowQuestion(std::int32_t Number) {
     const QuestionRecord& question = edit_.List[Number];
     for (int i = 1; i <= kAnswerCount; ++i) {
         const AnswerRecord& answer = question.Answers[i];
-        The<platform::TextBox>("txtAnsver", i).SetText(TextOf(answer.Text));
-        The<platform::DropDownList>("cmbAling", i)
+        The<platform::TextBox>({"txtAnsver", i}).SetText(TextOf(answer.Text));
+        The<platform::DropDownList>({"cmbAling", i})
             .SetListIndex(static_cast<int>(AnswerCodePosition(TextOf(answer.Value))));
     }
     txtQuestion.SetText(TextOf(question.Text));
@@ -111,11 +111,11 @@ void frmEditQuestions::Store(TextField& field, const platform::TextBox& box) con
 void frmEditQuestions::txtQuestion_Change() { Store(Current().Text, txtQuestion); }
 
 void frmEditQuestions::txtAnsver_Change(int Index) {
-    Store(Current().Answers[Index].Text, The<platform::TextBox>("txtAnsver", Index));
+    Store(Current().Answers[Index].Text, The<platform::TextBox>({"txtAnsver", Index}));
 }
 
 void frmEditQuestions::cmbAling_Validate(int Index) {
-    const int position = The<platform::DropDownList>("cmbAling", Index).ListIndex();
+    const int position = The<platform::DropDownList>({"cmbAling", Index}).ListIndex();
     Current().Answers[Index].Value = kAnswerCodes.at(static_cast<std::size_t>(position)).Code;
 }
 

@@ -6,7 +6,7 @@
 namespace orvane {
 
 // The editor of question files: an ordinary window that forgets all that was not saved when it is closed.
-class frmEditQuestions : public Window {
+class frmEditQuestions : public TableForm {
  public:
     frmEditQuestions();
 

@@ -1,7 +1,6 @@
 #include "dice/frmDice.h"
 
 #include "dice/roll.h"
-#include "platform/application.h"
 
 namespace orvane {
 namespace {
@@ -9,8 +8,8 @@ namespace {
 constexpr ControlRow kControls[] = {
     {"Image1", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
     {"lblTitle", Kind::Title, "Orvane Dice", {48, 8, 113, 17}},
-    {"Cmnd(4)", Kind::Button, "_", {168, 8, 17, 17}},
-    {"Cmnd(3)", Kind::Button, "x", {184, 8, 17, 17}},
+    {{"Cmnd", 4}, Kind::Button, "_", {168, 8, 17, 17}},
+    {{"Cmnd", 3}, Kind::Button, "x", {184, 8, 17, 17}},
     {"Label1", Kind::Caption, "&Number", {8, 32, 41, 17}},
     {"txtN", Kind::NumberBox, "1", {8, 48, 41, 33}, kLarge},
     {"Label6", Kind::CentredCaption, "D", {48, 48, 33, 33}, kLarge},
@@ -22,9 +21,9 @@ constexpr ControlRow kControls[] = {
     {"txtB", Kind::NumberBox, "1", {160, 48, 41, 33}, kLarge},
     {"Label4", Kind::Caption, "&Result :", {8, 88, 193, 17}},
     {"txtResult", Kind::ResultBox, "", {8, 104, 193, 81}, kFixed},
-    {"Cmnd(0)", Kind::Button, "Copy Result", {8, 192, 65, 17}},
-    {"Cmnd(1)", Kind::Button, "Roll Dice !", {80, 192, 65, 17}},
-    {"Cmnd(2)", Kind::Button, "Close", {152, 192, 49, 17}},
+    {{"Cmnd", 0}, Kind::Button, "Copy Result", {8, 192, 65, 17}},
+    {{"Cmnd", 1}, Kind::Button, "Roll Dice !", {80, 192, 65, 17}},
+    {{"Cmnd", 2}, Kind::Button, "Close", {152, 192, 49, 17}},
     {"Label5",
      Kind::Help,
      "Instructions: Just enter your dice values and roll. Format is the same as each RPG uses: nDs+b "
@@ -34,11 +33,11 @@ constexpr ControlRow kControls[] = {
 };
 
 constexpr HintRow kHints[] = {
-    {"Cmnd(0)", "Will copy result to clipboard"},
-    {"Cmnd(1)", "Rolls dice and will show its maximum and minimum values"},
-    {"Cmnd(2)", "Will close this window"},
-    {"Cmnd(3)", "Will close this window"},
-    {"Cmnd(4)", "Will minimize window"},
+    {{"Cmnd", 0}, "Will copy result to clipboard"},
+    {{"Cmnd", 1}, "Rolls dice and will show its maximum and minimum values"},
+    {{"Cmnd", 2}, "Will close this window"},
+    {{"Cmnd", 3}, "Will close this window"},
+    {{"Cmnd", 4}, "Will minimize window"},
     {"txtN", "Number of dices to be rolled"},
     {"txtS", "Number of sides of dice(s)"},
     {"txtB", "Bonus/penalty to roll"},
@@ -90,10 +89,7 @@ void frmDice::txtResult_Change() { Status.SetCaption("Result"); }
 
 void frmDice::Cmnd_Click(int Index) {
     switch (Index) {
-        case 0:
-            PlayWave("click.wav");
-            platform::SetClipboardText(txtResult.Text());
-            break;
+        case 0: CopyResult(txtResult); break;
         case 1:
             PlayWave("chant.wav");
             RollDice();

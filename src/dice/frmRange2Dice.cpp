@@ -8,14 +8,14 @@ namespace {
 constexpr ControlRow kControls[] = {
     {"Image1", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
     {"lblTitle", Kind::Title, "Orvane Dice", {48, 8, 113, 17}},
-    {"Cmnd(4)", Kind::Button, "_", {168, 8, 17, 17}},
-    {"Cmnd(3)", Kind::Button, "x", {184, 8, 17, 17}},
+    {{"Cmnd", 4}, Kind::Button, "_", {168, 8, 17, 17}},
+    {{"Cmnd", 3}, Kind::Button, "x", {184, 8, 17, 17}},
     {"Label1", Kind::RightCaption, "&From : ", {8, 32, 33, 17}},
     {"txtFrom", Kind::TextBox, "1", {40, 32, 65, 19}},
     {"Label2", Kind::RightCaption, "&To : ", {104, 32, 33, 17}},
     {"txtTo", Kind::TextBox, "6", {136, 32, 65, 19}},
     {"chkAuto", Kind::CheckBox, "Auto", {8, 56, 49, 17}},
-    {"Cmnd(1)", Kind::Button, "Get Dice", {56, 56, 145, 17}},
+    {{"Cmnd", 1}, Kind::Button, "Get Dice", {56, 56, 145, 17}},
     {"Label3", Kind::RightCaption, "&Result : ", {8, 80, 41, 17}},
     {"txtResult", Kind::TextBox, "", {48, 80, 153, 19}, kFixed},
     {"Label5",
@@ -27,9 +27,9 @@ constexpr ControlRow kControls[] = {
 };
 
 constexpr HintRow kHints[] = {
-    {"Cmnd(1)", "Rolls dice and will show its maximum and minimum values"},
-    {"Cmnd(3)", "Will close this window"},
-    {"Cmnd(4)", "Will minimize window"},
+    {{"Cmnd", 1}, "Rolls dice and will show its maximum and minimum values"},
+    {{"Cmnd", 3}, "Will close this window"},
+    {{"Cmnd", 4}, "Will minimize window"},
     {"Label5", "Help"},
     {"Status", "Cool Tootip"},
     {kBackground, "Ready!"},

@@ -1,8 +1,6 @@
 #include "frame/chrome.h"
 
-#include <charconv>
-
-#include "frame/theme.h"
+#include "platform/application.h"
 
 namespace orvane {
 namespace {
@@ -13,32 +11,16 @@ constexpr std::string_view kFullGlyph = "_";
 constexpr std::string_view kRolledUpGlyph = "=";
 constexpr std::string_view kDragHint = "Drag and move to move window";
 
-constexpr int kCloseButton = 2;
-constexpr int kCloseGlyph = 3;
-constexpr int kRollGlyph = 4;
-
-// The index in "Cmnd(3)"; -1 for a name that is not of that control array.
-int CmndIndex(std::string_view name) {
-    constexpr std::string_view kArray = "Cmnd(";
-    int index = -1;
-    if (name.starts_with(kArray))
-        std::from_chars(name.data() + kArray.size(), name.data() + name.size(), index);
-    return index;
-}
-
-bool IsButton(Kind kind) {
-    return kind == Kind::Button || kind == Kind::CellButton || kind == Kind::LeftButton;
-}
-
 // A size of the table that may be left out.
 int Or(int given, int otherwise) { return given == 0 ? otherwise : given; }
 
 }  // namespace
 
 ThemedForm::ThemedForm(const WindowTable& table, std::int32_t& grabX, std::int32_t& grabY)
-    : Window(table, platform::FormFrame::None),
+    : TableForm(table, platform::FormFrame::None),
       grabX_(grabX),
       grabY_(grabY),
+      fullHeight_(Or(table.FullHeight, table.Height)),
       shpFrame(*this, "shpFrame",
                {0, 0, Or(table.FrameWidth, table.Width), Or(table.FrameHeight, table.Height)}, kFrameLine,
                kThinLine) {
@@ -50,12 +32,12 @@ ThemedForm::ThemedForm(const WindowTable& table, std::int32_t& grabX, std::int32
     lblTitle.MouseUp = [this](float, float) { lblTitle_MouseUp(); };
 
     for (const NamedControl& control : Controls()) {
-        if (!IsButton(control.What)) continue;
+        if (!control.What.Label.Button) continue;
         auto& button = static_cast<platform::Label&>(*control.Made);
         button.MouseDown = [&button](float, float) { button.SetBorderStyle(1); };
         button.MouseUp = [&button](float, float) { button.SetBorderStyle(0); };
-        if (const int index = CmndIndex(control.Name); index >= 0)
-            button.Click = [this, index] { Cmnd_Click(index); };
+        if (control.Name.Array == "Cmnd")
+            button.Click = [this, index = control.Name.Index] { Cmnd_Click(index); };
     }
 
     for (const HintRow& row : table.Hints) {
@@ -94,7 +76,7 @@ void ThemedForm::Cmnd_Click(int Index) {
         case kCloseButton:
         case kCloseGlyph:
             PlayWave("quit.wav");
-            Hide();
+            Close();
             break;
         case kRollGlyph:
             PlayWave("click.wav");
@@ -104,12 +86,16 @@ void ThemedForm::Cmnd_Click(int Index) {
     }
 }
 
+void ThemedForm::CopyResult(const platform::TextBox& box) {
+    PlayWave("click.wav");
+    platform::SetClipboardText(box.Text());
+}
+
 void ThemedForm::RollUp() {
     const bool full = rollGlyph_.Caption() == kFullGlyph;
-    const int height = Or(Table().FullHeight, Table().Height);
     rollGlyph_.SetCaption(full ? kRolledUpGlyph : kFullGlyph);
-    SetHeight(full ? kRolledUpHeight : static_cast<float>(height) * platform::kTwipsPerPixel);
-    shpFrame.SetHeight(full ? kRolledUpFrameHeight : height);
+    SetHeight(full ? kRolledUpHeight : static_cast<float>(fullHeight_) * platform::kTwipsPerPixel);
+    shpFrame.SetHeight(full ? kRolledUpFrameHeight : fullHeight_);
 }
 
 }  // namespace orvane

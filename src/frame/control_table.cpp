@@ -3,111 +3,51 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "frame/theme.h"
-
 namespace orvane {
 namespace {
 
-using platform::Alignment;
-
-platform::Label::Style LabelStyle(Kind kind) {
-    switch (kind) {
-        case Kind::Title:
-        case Kind::Cell: return {.Align = Alignment::Centre};
-        case Kind::Button:
-        case Kind::CellButton: return {.Align = Alignment::Centre, .Button = true};
-        case Kind::LeftButton: return {.Button = true};
-        case Kind::StatusLine: return {.Align = Alignment::Centre, .Transparent = true, .Status = true};
-        case Kind::CentredCaption: return {.Align = Alignment::Centre, .Transparent = true};
-        case Kind::RightCaption: return {.Align = Alignment::Right, .Transparent = true};
-        case Kind::Help: return {.Wrapped = true, .Transparent = true};
-        default: return {.Transparent = true};
-    }
-}
-
-platform::TextBox::Style BoxStyle(Kind kind) {
-    constexpr int kDigits = 3;
-    switch (kind) {
-        case Kind::NumberBox: return {.Align = Alignment::Centre, .MaxLength = kDigits};
-        case Kind::ResultBox: return {.MultiLine = true, .ReadOnly = true};
-        case Kind::SheetBox: return {.MultiLine = true, .ScrollBar = true};
-        case Kind::QuestionBox: return {.MultiLine = true, .ScrollBar = true, .TabStop = false};
-        default: return {};
-    }
-}
-
-const platform::Colors& ColorsOf(Kind kind) {
-    switch (kind) {
-        case Kind::Title: return kTitleColors;
-        case Kind::Caption:
-        case Kind::CentredCaption:
-        case Kind::StatusLine:
-        case Kind::RightCaption:
-        case Kind::Help: return kLabelColors;
-        default: return kControlColors;
-    }
-}
-
-std::unique_ptr<platform::Control> MakeControl(platform::Form& form, const ControlRow& row, bool themed) {
-    switch (row.What) {
-        case Kind::Picture: return std::make_unique<platform::Picture>(form, row.Name, row.Place, row.Text);
-        case Kind::List: return std::make_unique<platform::DropDownList>(form, row.Name, row.Place);
-        case Kind::CheckBox: return std::make_unique<platform::CheckBox>(form, row.Name, row.Place, row.Text);
-        case Kind::PushButton:
-            return std::make_unique<platform::PushButton>(form, row.Name, row.Place, row.Text);
-        case Kind::PictureBox:
-            return std::make_unique<platform::PictureBox>(form, row.Name, row.Place, row.Text);
-        case Kind::TextBox:
-        case Kind::NumberBox:
-        case Kind::ResultBox:
-        case Kind::SheetBox:
-        case Kind::QuestionBox: {
-            platform::TextBox::Style style = BoxStyle(row.What);
-            style.Framed = !themed;
-            auto box = std::make_unique<platform::TextBox>(form, row.Name, row.Place, style);
-            box->SetText(row.Text);
-            return box;
-        }
-        default: {
-            auto label = std::make_unique<platform::Label>(form, row.Name, row.Place, LabelStyle(row.What));
+// Nothing for an outline.
+std::unique_ptr<platform::Control> MakeControl(platform::Form& form, const ControlRow& row,
+                                               std::string_view name, bool themed) {
+    switch (row.What.As) {
+        case Made::Label: {
+            auto label = std::make_unique<platform::Label>(form, name, row.Place, row.What.Label);
             label->SetCaption(row.Text);
             return label;
         }
+        case Made::TextBox: {
+            platform::TextBox::Style style = row.What.Box;
+            style.Framed = !themed;
+            auto box = std::make_unique<platform::TextBox>(form, name, row.Place, style);
+            box->SetText(row.Text);
+            return box;
+        }
+        case Made::List: return std::make_unique<platform::DropDownList>(form, name, row.Place);
+        case Made::CheckBox: return std::make_unique<platform::CheckBox>(form, name, row.Place, row.Text);
+        case Made::PushButton: return std::make_unique<platform::PushButton>(form, name, row.Place, row.Text);
+        case Made::Picture: return std::make_unique<platform::Picture>(form, name, row.Place, row.Text);
+        case Made::PictureBox: return std::make_unique<platform::PictureBox>(form, name, row.Place, row.Text);
+        case Made::Outline: break;
     }
-}
-
-// An outline that is wider than its control lies behind it, a thin one on its edge.
-bool OutlinedBehind(Kind kind) {
-    switch (kind) {
-        case Kind::TextBox:
-        case Kind::NumberBox:
-        case Kind::ResultBox:
-        case Kind::SheetBox:
-        case Kind::QuestionBox:
-        case Kind::CheckBox: return true;
-        default: return false;
-    }
-}
-
-bool OutlinedOnEdge(Kind kind) {
-    return kind == Kind::Title || kind == Kind::Button || kind == Kind::LeftButton;
+    return nullptr;
 }
 
 }  // namespace
 
-std::string ElementName(std::string_view array, int index) {
-    return std::string(array) + "(" + std::to_string(index) + ")";
+std::string ControlName::Text() const {
+    std::string text(Array);
+    if (Index >= 0) text += "(" + std::to_string(Index) + ")";
+    return text;
 }
 
-Window::Window(const WindowTable& table, platform::FormFrame frame)
-    : Form(table.Name, table.Caption, table.Width, table.Height, frame), table_(table) {
+TableForm::TableForm(const WindowTable& table, platform::FormFrame frame)
+    : Form(table.Name, table.Caption, table.Width, table.Height, frame) {
     const bool themed = frame == platform::FormFrame::None;
     for (const ControlRow& row : table.Controls) {
         if (row.Array.Count == 0) Make(row, themed);
         for (int i = 0; i < row.Array.Count; ++i) {
-            const std::string name = ElementName(row.Name, row.Array.First + i);
             ControlRow element = row;
-            element.Name = name;
+            element.Name.Index = row.Array.First + i;
             element.Place.Top += i * row.Array.Pitch;
             Make(element, themed);
         }
@@ -119,27 +59,27 @@ Window::Window(const WindowTable& table, platform::FormFrame frame)
     if (table.Icon) SetIcon("logo");
 }
 
-Window::~Window() = default;
+TableForm::~TableForm() = default;
 
-void Window::Make(const ControlRow& row, bool themed) {
-    const auto outline = [&](const std::string& name, int lineWidth) {
+void TableForm::Make(const ControlRow& row, bool themed) {
+    const std::string name = row.Name.Text();
+    const auto outline = [&](const std::string& shape, int lineWidth) {
         outlines_.push_back(
-            std::make_unique<platform::Shape>(*this, name, row.Place, ColorsOf(row.What).Line, lineWidth));
+            std::make_unique<platform::Shape>(*this, shape, row.Place, row.What.Colors.Line, lineWidth));
     };
-    const std::string name(row.Name);
-    if (row.What == Kind::Outline) return outline(name, kThinLine);
-    if (themed && OutlinedBehind(row.What)) outline("shp" + name, kBoxLine);
-    auto control = MakeControl(*this, row, themed);
+    if (themed && row.What.Line == Edge::Thick) outline("shp" + name, kBoxLine);
+    auto control = MakeControl(*this, row, name, themed);
+    if (control == nullptr) return outline(name, kThinLine);
     control->SetFont(row.Font);
     if (!row.Spoken.empty()) control->SetSpokenName(row.Spoken);
-    if (themed && row.What != Kind::PushButton) control->SetColors(ColorsOf(row.What));
-    if (themed && OutlinedOnEdge(row.What)) outline("shp" + name, kThinLine);
-    controls_.push_back({name, row.What, std::move(control)});
+    if (themed && row.What.As != Made::PushButton) control->SetColors(row.What.Colors);
+    if (themed && row.What.Line == Edge::Thin) outline("shp" + name, kThinLine);
+    controls_.push_back({row.Name, row.What, std::move(control)});
 }
 
-platform::Control& Window::Named(std::string_view name) const {
+platform::Control& TableForm::Named(const ControlName& name) const {
     const auto found = std::ranges::find(controls_, name, &NamedControl::Name);
-    if (found == controls_.end()) throw std::logic_error("no control " + std::string(name));
+    if (found == controls_.end()) throw std::logic_error("no control " + name.Text());
     return *found->Made;
 }
 

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "frame/theme.h"
 #include "platform/controls.h"
 #include "platform/form.h"
 #include "platform/look.h"
@@ -19,28 +20,80 @@ inline constexpr platform::Font kMedium{"MS Sans Serif", 13.5};
 inline constexpr platform::Font kLarge{"MS Sans Serif", 17.25};
 inline constexpr platform::Font kFixed{"Fixedsys", 9};
 
-enum class Kind {
-    Picture,  // its text is the picture's name
-    Title,    // the label that drags the window
-    Button,   // a label that is pressed like a button
-    Caption,  // plain labels of one line
-    CentredCaption,
-    StatusLine,  // at the foot of the window
-    RightCaption,
-    Help,         // a plain label over several lines
-    TextBox,      // one line
-    NumberBox,    // one line, centred, three characters
-    ResultBox,    // several lines, read-only
-    SheetBox,     // several lines, a scroll bar
-    QuestionBox,  // the same, but Tab passes it by
-    List,
-    CheckBox,
-    Cell,        // a value in a grid
-    CellButton,  // a button in a grid
-    LeftButton,  // a button with its text on the left
-    PushButton,  // the desktop's own
-    PictureBox,  // its text is the picture's name
-    Outline      // a rectangle or a line, no control
+// What a row is made as; an outline is no control.
+enum class Made { Label, TextBox, List, CheckBox, PushButton, Picture, PictureBox, Outline };
+
+// Where a themed window draws the line round a control: a thin one on its edge, a thick one behind it.
+enum class Edge { Bare, Thin, Thick };
+
+// All that sets one kind of control apart from another.
+struct ControlKind {
+    Made As;
+    platform::Colors Colors = kControlColors;
+    Edge Line = Edge::Bare;
+    platform::Label::Style Label{};
+    platform::TextBox::Style Box{};
+};
+
+namespace Kind {
+using platform::Alignment;
+
+// The label that drags the window.
+inline constexpr ControlKind Title{Made::Label, kTitleColors, Edge::Thin, {.Align = Alignment::Centre}};
+// At the foot of the window.
+inline constexpr ControlKind StatusLine{
+    Made::Label, kLabelColors, Edge::Bare, {.Align = Alignment::Centre, .Transparent = true, .Status = true}};
+// Plain labels of one line, and of several.
+inline constexpr ControlKind Caption{Made::Label, kLabelColors, Edge::Bare, {.Transparent = true}};
+inline constexpr ControlKind CentredCaption{
+    Made::Label, kLabelColors, Edge::Bare, {.Align = Alignment::Centre, .Transparent = true}};
+inline constexpr ControlKind RightCaption{
+    Made::Label, kLabelColors, Edge::Bare, {.Align = Alignment::Right, .Transparent = true}};
+inline constexpr ControlKind Help{
+    Made::Label, kLabelColors, Edge::Bare, {.Wrapped = true, .Transparent = true}};
+// Labels that are pressed like a button.
+inline constexpr ControlKind Button{
+    Made::Label, kControlColors, Edge::Thin, {.Align = Alignment::Centre, .Button = true}};
+inline constexpr ControlKind LeftButton{Made::Label, kControlColors, Edge::Thin, {.Button = true}};
+// In a grid, which has lines of its own: a value, and a button.
+inline constexpr ControlKind Cell{Made::Label, kControlColors, Edge::Bare, {.Align = Alignment::Centre}};
+inline constexpr ControlKind CellButton{
+    Made::Label, kControlColors, Edge::Bare, {.Align = Alignment::Centre, .Button = true}};
+
+inline constexpr ControlKind TextBox{Made::TextBox, kControlColors, Edge::Thick};
+// Three characters at most, in the middle.
+inline constexpr ControlKind NumberBox{
+    Made::TextBox, kControlColors, Edge::Thick, {}, {.Align = Alignment::Centre, .MaxLength = 3}};
+// Several lines to be read.
+inline constexpr ControlKind ResultBox{
+    Made::TextBox, kControlColors, Edge::Thick, {}, {.MultiLine = true, .ReadOnly = true}};
+// Several lines with a scroll bar.
+inline constexpr ControlKind SheetBox{
+    Made::TextBox, kControlColors, Edge::Thick, {}, {.MultiLine = true, .ScrollBar = true}};
+// The same, but Tab passes it by.
+inline constexpr ControlKind QuestionBox{
+    Made::TextBox, kControlColors, Edge::Thick, {}, {.MultiLine = true, .ScrollBar = true, .TabStop = false}};
+
+inline constexpr ControlKind List{Made::List};
+inline constexpr ControlKind CheckBox{Made::CheckBox, kControlColors, Edge::Thick};
+inline constexpr ControlKind PushButton{Made::PushButton};  // the desktop's own
+// Their text is the picture's name.
+inline constexpr ControlKind Picture{Made::Picture};
+inline constexpr ControlKind PictureBox{Made::PictureBox};
+// A rectangle or a line.
+inline constexpr ControlKind Outline{Made::Outline};
+}  // namespace Kind
+
+// The name of a control, such as "Status", or of one in a control array: {"Cmnd", 3} is "Cmnd(3)".
+struct ControlName {
+    constexpr ControlName(const char* name) : Array(name) {}
+    constexpr ControlName(std::string_view array, int index) : Array(array), Index(index) {}
+
+    std::string Text() const;
+    bool operator==(const ControlName&) const = default;
+
+    std::string_view Array;
+    int Index = -1;
 };
 
 // A row that stands for a control array, one control below the other.
@@ -51,8 +104,8 @@ struct ArrayOf {
 };
 
 struct ControlRow {
-    std::string_view Name;
-    Kind What;
+    ControlName Name;
+    ControlKind What;
     std::string_view Text;  // at the start
     platform::Rect Place;   // left, top, width, height
     platform::Font Font = kPlain;
@@ -62,18 +115,18 @@ struct ControlRow {
 
 // What the status line shows while the pointer is over a control, and assistive technology says of it.
 struct HintRow {
-    std::string_view Control;  // kBackground stands for the window itself
+    ControlName Control;  // kBackground stands for the window itself
     std::string_view Text;
 };
-inline constexpr std::string_view kBackground = "Form";
+inline constexpr ControlName kBackground = "Form";
 
 struct WindowTable {
     std::string_view Name;
     std::string_view Caption;  // only the desktop's list of windows shows it
     int Width;                 // of the client area, in pixels
     int Height;
-    std::span<const ControlRow> Controls;
-    std::span<const HintRow> Hints;
+    std::span<const ControlRow> Controls{};
+    std::span<const HintRow> Hints{};
     bool Centred = true;
     bool Icon = true;
     // Of shpFrame at the start and of the window and shpFrame when rolled down, in pixels; 0: as the window.
@@ -82,40 +135,30 @@ struct WindowTable {
     int FullHeight = 0;
 };
 
-// The name of a control in an array, such as "Cmnd(3)".
-std::string ElementName(std::string_view array, int index);
-
-// A window whose controls come from a table.
-class Window : public platform::Form {
+// A form whose controls come from a table. Only the names in it have to outlive the form.
+class TableForm : public platform::Form {
  public:
-    Window(const WindowTable& table, platform::FormFrame frame);
-    ~Window() override;
+    TableForm(const WindowTable& table, platform::FormFrame frame);
+    ~TableForm() override;
 
  protected:
     // The control of that name. The name and the type are those of the window's own table.
     template <class T>
-    T& The(std::string_view name) const {
+    T& The(const ControlName& name) const {
         return dynamic_cast<T&>(Named(name));
     }
-    template <class T>
-    T& The(std::string_view array, int index) const {
-        return The<T>(ElementName(array, index));
-    }
-
-    const WindowTable& Table() const { return table_; }
 
     struct NamedControl {
-        std::string Name;
-        Kind What;
+        ControlName Name;
+        ControlKind What;
         std::unique_ptr<platform::Control> Made;
     };
     const std::vector<NamedControl>& Controls() const { return controls_; }
 
  private:
-    platform::Control& Named(std::string_view name) const;
+    platform::Control& Named(const ControlName& name) const;
     void Make(const ControlRow& row, bool themed);
 
-    const WindowTable& table_;
     std::vector<NamedControl> controls_;  // in the order of the table
     std::vector<std::unique_ptr<platform::Shape>> outlines_;
 };

@@ -24,7 +24,7 @@ void PlayWave(std::string_view FileName) {
     if (SoundEnabled == kTrue) platform::PlaySoundFile(FileName);
 }
 
-void MakeTopMost(platform::Form& Window) { Window.StayOnTop(); }
+void MakeTopMost(platform::Form& Form) { Form.StayOnTop(); }
 
 void SetNumberOnly(platform::TextBox& Box) { Box.SetDigitsOnly(); }
 

@@ -40,7 +40,7 @@ std::string FormatBonus(std::int32_t Value);
 void PlayWave(std::string_view FileName);
 
 // Keeps the form in front of all other windows.
-void MakeTopMost(platform::Form& Window);
+void MakeTopMost(platform::Form& Form);
 
 // Makes a text box refuse every typed character but digits. What is pasted or set still goes in.
 void SetNumberOnly(platform::TextBox& Box);

@@ -1,6 +1,5 @@
 #include "stats/frmStatsGenerator.h"
 
-#include "platform/application.h"
 #include "platform/random.h"
 #include "stats/modifier_tables.h"
 #include "stats/stat_common.h"
@@ -14,17 +13,17 @@ namespace {
 constexpr ControlRow kControls[] = {
     {"lblTitle", Kind::Title, "Orvane Stats Range Generator", {48, 8, 249, 17}},
     {"Icon", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
-    {"Cmnd(4)", Kind::Button, "_", {304, 8, 17, 17}},
-    {"Cmnd(3)", Kind::Button, "x", {320, 8, 17, 17}},
+    {{"Cmnd", 4}, Kind::Button, "_", {304, 8, 17, 17}},
+    {{"Cmnd", 3}, Kind::Button, "x", {320, 8, 17, 17}},
     {"Label1", Kind::Caption, "&Sex :", {8, 32, 113, 17}},
     {"cmbSex", Kind::List, "", {8, 48, 113, 21}},
     {"Label2", Kind::Caption, "&Race :", {8, 72, 113, 17}},
     {"cmbRace", Kind::List, "", {8, 88, 113, 21}},
     {"Label3", Kind::Caption, "&Class :", {8, 112, 113, 17}},
     {"cmbClass", Kind::List, "", {8, 128, 113, 21}},
-    {"Cmnd(0)", Kind::Button, "Copy Result", {8, 160, 113, 17}},
-    {"Cmnd(1)", Kind::Button, "Randomize", {8, 184, 113, 17}},
-    {"Cmnd(2)", Kind::Button, "Close", {8, 208, 113, 17}},
+    {{"Cmnd", 0}, Kind::Button, "Copy Result", {8, 160, 113, 17}},
+    {{"Cmnd", 1}, Kind::Button, "Randomize", {8, 184, 113, 17}},
+    {{"Cmnd", 2}, Kind::Button, "Close", {8, 208, 113, 17}},
     {"Label6", Kind::Caption, "&Result :", {128, 32, 209, 17}},
     {"txtTextOut", Kind::ResultBox, "", {128, 48, 209, 177}, kFixed},
     {"Label5", Kind::Help, kStatHelp, {8, 232, 329, 73}},
@@ -94,10 +93,7 @@ void frmStatsGenerator::Randomize() {
 
 void frmStatsGenerator::Cmnd_Click(int Index) {
     switch (Index) {
-        case 0:
-            PlayWave("click.wav");
-            platform::SetClipboardText(txtTextOut.Text());
-            break;
+        case 0: CopyResult(txtTextOut); break;
         case 1: Randomize(); break;
         default: ThemedForm::Cmnd_Click(Index);
     }

@@ -9,9 +9,9 @@ namespace {
 constexpr ControlRow kControls[] = {
     {"Image1", Kind::Picture, "logo", {8, 0, 32, 32}, kPlain, {}, "Logo"},
     {"lblTitle", Kind::Title, "Orvane Weapons", {48, 8, 185, 17}},
-    {"Cmnd(4)", Kind::Button, "_", {240, 8, 17, 17}},
-    {"Cmnd(3)", Kind::Button, "x", {256, 8, 17, 17}},
-    {"Cmnd(1)", Kind::Button, "Get Weapon", {8, 32, 265, 17}},
+    {{"Cmnd", 4}, Kind::Button, "_", {240, 8, 17, 17}},
+    {{"Cmnd", 3}, Kind::Button, "x", {256, 8, 17, 17}},
+    {{"Cmnd", 1}, Kind::Button, "Get Weapon", {8, 32, 265, 17}},
     {"Label3", Kind::Caption, "&Result : ", {8, 56, 265, 17}},
     {"txtResult", Kind::SheetBox, "", {8, 72, 265, 219}, kFixed},
     {"Label5",
@@ -22,9 +22,9 @@ constexpr ControlRow kControls[] = {
 };
 
 constexpr HintRow kHints[] = {
-    {"Cmnd(1)", "Rolls dice and will show its maximum and minimum values"},
-    {"Cmnd(3)", "Will close this window"},
-    {"Cmnd(4)", "Will minimize window"},
+    {{"Cmnd", 1}, "Rolls dice and will show its maximum and minimum values"},
+    {{"Cmnd", 3}, "Will close this window"},
+    {{"Cmnd", 4}, "Will minimize window"},
     {"Label5", "Help"},
     {"Status", "Cool Tootip"},
     {kBackground, "Ready!"},

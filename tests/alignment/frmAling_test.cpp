@@ -30,7 +30,7 @@ class Meter : public WindowTest {
         bare_ = Picture();
     }
 
-    static void Answer(int index) { robot::Click(kForm, ElementName("lblInput", index)); }
+    static void Answer(int index) { robot::Click(kForm, ControlName("lblInput", index).Text()); }
     static std::string Question() { return robot::Text(kForm, "txtQuestion"); }
     static std::string Result() { return robot::Text(kForm, "Label6"); }
     static Pixels Picture() { return robot::Pixels(kForm, {288, 48, 200, 200}); }

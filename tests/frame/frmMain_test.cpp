@@ -7,8 +7,6 @@ namespace {
 class Launcher : public WindowTest {
  protected:
     Launcher() {
-        static constexpr Tool kTools[] = {{1, Show<frmDice>}, {7, Show<frmRange2Dice>}};
-        frmMain::SetTools(kTools);
         SoundEnabled = kFalse;
         Show<frmMain>();
     }
@@ -29,11 +27,6 @@ TEST_F(Launcher, OpensAToolOnceAndShowsItAsItWasLeft) {
     EXPECT_EQ(listener.Heard(), (Strings{"click.wav", "quit.wav", "click.wav"}));
     EXPECT_EQ(robot::Bounds("frmDice").Height, 32);
     EXPECT_EQ(robot::Text("frmDice", "txtResult"), roll);
-
-    const Strings windows = robot::ShownWindows();
-    for (const char* withoutTool : {"Cmnd(0)", "Cmnd(5)"}) robot::Click("frmMain", withoutTool);
-    EXPECT_EQ(listener.Heard(), (Strings(2, "click.wav")));
-    EXPECT_EQ(robot::ShownWindows(), windows);
 }
 
 TEST_F(Launcher, EndsWithAllThatIsOpen) {

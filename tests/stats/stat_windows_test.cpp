@@ -22,7 +22,7 @@ class StatWindows : public WindowTest {
     static void ExpectGridShowsModel() {
         for (int row = 0; row < 9; ++row) {
             const auto cell = [&](std::string_view column) {
-                return robot::Text(kCounter, ElementName(column, row));
+                return robot::Text(kCounter, ControlName(column, row).Text());
             };
             const StatRecord& stat = Stats[static_cast<std::size_t>(row)];
             EXPECT_EQ(cell("cmndName"), stat.Name);

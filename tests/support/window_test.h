@@ -1,18 +1,12 @@
 #pragma once
 
-#include "alignment/frmAling.h"
 #include "alignment/frmEditQuestions.h"
-#include "dice/frmDice.h"
-#include "dice/frmRange2Dice.h"
-#include "frame/frmMain.h"
 #include "platform/places.h"
 #include "platform/profile_fixture.h"
-#include "stats/frmStatsCounter.h"
-#include "stats/frmStatsGenerator.h"
 #include "support/robot.h"
 #include "support/scripted_random.h"
 #include "support/sounds.h"
-#include "weapons/frmWeapons.h"
+#include "tools.h"
 
 // A test at the program's windows, with folders and a listener of its own. No window outlives it.
 class WindowTest : public FolderTest {
@@ -21,6 +15,7 @@ class WindowTest : public FolderTest {
 
     WindowTest() {
         orvane::SoundEnabled = orvane::kTrue;
+        orvane::frmMain::SetTools(orvane::kTools);
         platform::SetRandomSource({});
         platform::SetPlaces({Folder / "user", Folder / "program"});
     }

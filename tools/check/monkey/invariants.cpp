@@ -194,8 +194,8 @@ void Statistics() {
     const StatGrid grid = BuildStatGrid(Stats, PointsToDistribute);
     for (int i = 0; i < static_cast<int>(kStatCount); ++i) {
         const StatGridRow& row = grid.Rows[static_cast<std::size_t>(i)];
-        Require(Text("frmStatsCounter", ElementName("cmndValue", i)) == row.Value &&
-                    Text("frmStatsCounter", ElementName("cmndRange", i)) == row.Range,
+        Require(Text("frmStatsCounter", ControlName("cmndValue", i).Text()) == row.Value &&
+                    Text("frmStatsCounter", ControlName("cmndRange", i).Text()) == row.Range,
                 "the grid shows " + row.Name);
     }
 }
@@ -210,7 +210,7 @@ void Meter() {
     const auto onShow = [](std::int32_t number) {
         for (std::int32_t i = 1; i <= kAnswerCount; ++i) {
             const std::string answer = std::to_string(i) + ".) " + TextOf(asked[number].Answers[i].Text);
-            if (Text("frmAling", ElementName("lblInput", i)) != answer) return false;
+            if (Text("frmAling", ControlName("lblInput", i).Text()) != answer) return false;
         }
         return true;
     };
@@ -238,8 +238,8 @@ void Editor() {
             "the editor stands in its list: " + position);
     std::vector<std::string> shown{Text(kEditor, "txtQuestion")};
     for (int i = 1; i <= kAnswerCount; ++i) {
-        shown.push_back(Text(kEditor, ElementName("txtAnsver", i)));
-        shown.push_back(Text(kEditor, ElementName("cmbAling", i)));
+        shown.push_back(Text(kEditor, ControlName("txtAnsver", i).Text()));
+        shown.push_back(Text(kEditor, ControlName("cmbAling", i).Text()));
     }
     for (const std::string& focus : {before.EditorFocus, EditorFocus()}) {
         if (focus == "cmndNew" || focus == "cmndOpen") edited.clear();

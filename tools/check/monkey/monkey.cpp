@@ -18,13 +18,13 @@
 #include <string>
 #include <thread>
 
-#include "frame/frmMain.h"
 #include "monkey/invariants.h"
 #include "platform/application.h"
 #include "platform/places.h"
 #include "platform/random.h"
 #include "platform/sound.h"
 #include "support/robot.h"
+#include "tools.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/common_interface_defs.h>
@@ -524,10 +524,7 @@ int main(int argc, char** argv) {
         if (!std::filesystem::exists(Text(PROGRAM_FOLDER "/sounds/").append(name)))
             PrintLastAndEnd("an unknown sound");
     });
-    static const orvane::Tool kTools[] = {{0, monkey::kWindows[1].Open}, {1, monkey::kWindows[2].Open},
-                                          {5, monkey::kWindows[3].Open}, {6, monkey::kWindows[4].Open},
-                                          {7, monkey::kWindows[5].Open}, {8, monkey::kWindows[6].Open}};
-    orvane::frmMain::SetTools(kTools);
+    orvane::frmMain::SetTools(orvane::kTools);
     robot::Hurry();
     robot::WhenToolkitWarns([](const Text& warning) { PrintLastAndEnd("the toolkit warns: " + warning); });
     robot::WhenMessageComes([] {
