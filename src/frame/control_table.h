@@ -86,6 +86,7 @@ inline constexpr ControlKind Outline{Made::Outline};
 
 // The name of a control, such as "Status", or of one in a control array: {"Cmnd", 3} is "Cmnd(3)".
 struct ControlName {
+    // Implicit: most rows just say the name. NOLINTNEXTLINE(google-explicit-constructor)
     constexpr ControlName(const char* name) : Array(name) {}
     constexpr ControlName(std::string_view array, int index) : Array(array), Index(index) {}
 
