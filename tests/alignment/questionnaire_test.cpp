@@ -2,13 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cctype>
-#include <filesystem>
-#include <map>
-#include <memory>
 #include <set>
-#include <string>
-#include <string_view>
+#include <vector>
 
 #include "alignment/question_file.h"
 #include "alignment/scores.h"
@@ -18,64 +15,60 @@ namespace {
 
 constexpr std::int32_t kQuestions = 24;
 
-const QuestionList& Questions() {
-    static const auto list = [] {
-        const std::filesystem::path root = ORVANE_SOURCE_FOLDER;
-        auto questions = std::make_unique<QuestionList>();
-        EXPECT_EQ(LoadQuestions((root / "data" / "questions.ini").string(), *questions), kQuestions);
-        return questions;
-    }();
-    return *list;
-}
+class Questionnaire : public testing::Test {
+ protected:
+    Questionnaire() {
+        EXPECT_EQ(LoadQuestions(ORVANE_SOURCE_FOLDER "/data/questions.ini", questions_), kQuestions);
+    }
 
-AlignmentScores After(AlignmentScores scores, std::int32_t question, std::int32_t answer) {
-    ApplyAnswer(TextOf(Questions()[question].Answers[answer].Value), scores);
-    return scores;
-}
+    AlignmentScores After(AlignmentScores scores, std::int32_t question, std::int32_t answer) const {
+        ApplyAnswer(TextOf(questions_[question].Answers[answer].Value), scores);
+        return scores;
+    }
 
-TEST(Questionnaire, TextsFitAndNameNoAlignmentAndAllCodesAreUsed) {
+    QuestionList questions_;
+};
+
+TEST_F(Questionnaire, TextsFitAndNeitherTheyNorAPlaceFavourAnAlignment) {
     const auto check = [](const std::string& text, std::size_t longest) {
         EXPECT_TRUE(!text.empty() && text.size() <= longest) << text;
-        std::string small = text;
-        for (char& c : small) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        for (const char* word : {"good", "evil", "law", "chao", "neutral"}) {
-            EXPECT_EQ(small.find(word), std::string::npos) << text;
-        }
+        const auto small = [](unsigned char c) { return std::tolower(c); };
+        for (const std::string_view word : {"good", "evil", "law", "chao", "neutral"})
+            EXPECT_TRUE(std::ranges::search(text, word, {}, small).empty()) << text;
     };
     std::set<std::string> codes;
+    std::vector<AlignmentScores> places(kAnswerCount);
     for (std::int32_t i = 1; i <= kQuestions; ++i) {
-        check(TextOf(Questions()[i].Text), 150);
+        check(TextOf(questions_[i].Text), 150);
         for (std::int32_t j = 1; j <= kAnswerCount; ++j) {
-            check(TextOf(Questions()[i].Answers[j].Text), 40);
-            codes.insert(TextOf(Questions()[i].Answers[j].Value));
+            check(TextOf(questions_[i].Answers[j].Text), 40);
+            codes.insert(TextOf(questions_[i].Answers[j].Value));
+            AlignmentScores& place = places.at(static_cast<std::size_t>(j - 1));
+            place = After(place, i, j);
         }
     }
     EXPECT_EQ(codes,
               (std::set<std::string>{"G", "E", "L", "C", "LG", "LE", "CG", "CE", "GEN", "LCN", "NUL"}));
+    for (const AlignmentScores& place : places) EXPECT_EQ(AlignmentName(place), "True Neutral");
 }
 
-// How likely each alignment is when all answers are chosen at random, worked out over all of them: none is
-// out of reach.
-TEST(Questionnaire, NeitherRandomNorEqualAnswersFavourAnAlignment) {
-    std::map<AlignmentScores, double> states = {{AlignmentScores{}, 1.0}};
-    for (std::int32_t i = 1; i <= kQuestions; ++i) {
-        std::map<AlignmentScores, double> next;
-        for (const auto& [scores, chance] : states) {
-            for (std::int32_t j = 1; j <= kAnswerCount; ++j) next[After(scores, i, j)] += chance / 4;
-        }
-        states = std::move(next);
-    }
-    std::map<std::string_view, double> names;
-    for (const auto& [scores, chance] : states) names[AlignmentName(scores)] += chance;
-    EXPECT_EQ(names.size(), 9U);
-    for (const auto& [name, chance] : names) {
-        EXPECT_LT(chance, 0.5) << name;
-        EXPECT_GT(chance, 0.01) << name;
-    }
-    for (std::int32_t j = 1; j <= kAnswerCount; ++j) {
+TEST_F(Questionnaire, LeadsWhoeverAnswersInItsSpiritToEachAlignment) {
+    const char* names[] = {"Chaotic Evil", "Evil",         "Lawfull Evil", "Chaotic",     "True Neutral",
+                           "Lawfull",      "Chaotic Good", "Good",         "Lawfull Good"};
+    // How far two scores are from what is wanted: the first (1), the second (-1) or both alike (0).
+    const auto far = [](std::int32_t first, std::int32_t second, int wanted) {
+        return wanted == 0 ? std::abs(first - second) : wanted * (second - first);
+    };
+    for (int i = 0; i < 9; ++i) {
         AlignmentScores scores;
-        for (std::int32_t i = 1; i <= kQuestions; ++i) scores = After(scores, i, j);
-        EXPECT_EQ(AlignmentName(scores), "True Neutral") << j;
+        for (std::int32_t question = 1; question <= kQuestions; ++question) {
+            std::vector<AlignmentScores> next;
+            for (std::int32_t j = 1; j <= kAnswerCount; ++j) next.push_back(After(scores, question, j));
+            scores = *std::ranges::min_element(next, {}, [&](const AlignmentScores& s) {
+                return far(s.GoodCount, s.EvilCount, i / 3 - 1) + far(s.LawCount, s.ChaosCount, i % 3 - 1);
+            });
+        }
+        EXPECT_EQ(AlignmentName(scores), names[i]);
     }
 }
 
