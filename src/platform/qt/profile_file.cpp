@@ -235,7 +235,7 @@ bool ReplaceProfileFile(const Path& file, std::string_view bytes) {
         constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
         if (::stat(target.c_str(), &status) != 0 || (status.st_mode & kAnyWrite) == 0) return false;
         if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return false;
-    } else if (!PathInUserData(target, CurrentPlaces()).empty()) {
+    } else if (!PathInUserData(target).empty()) {
         MakeFolder(folder);
     }
 

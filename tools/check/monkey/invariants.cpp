@@ -262,7 +262,7 @@ void Saved() {
     int number = 0, count = 0;
     std::sscanf(Text(kEditor, "lblNumber").c_str(), "%d/%d", &number, &count);
     const std::string name = Text(kEditor, "txtFile"), text = Text(kEditor, "txtQuestion");
-    const auto path = platform::PathOfName(name, platform::CurrentPlaces());
+    const auto path = platform::PathOfName(name);
     Require(files.contains(path.lexically_normal()), "Save writes the file that was asked for");
     Require(IniRead("HEAD", "items", name) == NumberText(count), "the file is whole");
     const bool plain =
