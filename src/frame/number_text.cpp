@@ -5,13 +5,13 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <locale>
+#include <sstream>
 
 #include "platform/locale.h"
 
 namespace orvane {
 namespace {
-
-constexpr double kLargest = std::numeric_limits<double>::max();
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -21,24 +21,13 @@ struct ParsedNumber {
     std::size_t End = 0;  // behind the number's last character; 0 if there is no number
 };
 
-// Where the first significant digit of an unsigned number stands: above 0 left of the point, below 0 right.
-// The exponent is held within bounds that no text of a size that fits the memory can outweigh.
-std::int64_t DecimalMagnitude(std::string_view number) {
-    constexpr std::int64_t kBound = std::int64_t{1} << 56;
-    const std::size_t mark = number.find_first_of("eE");
-    const std::string_view digits = number.substr(0, mark);
-    const auto point = static_cast<std::int64_t>(std::min(digits.find('.'), digits.size()));
-    const auto first = static_cast<std::int64_t>(std::min(digits.find_first_of("123456789"), digits.size()));
-
-    std::int64_t exponent = 0;
-    if (mark != std::string_view::npos) {
-        std::string_view power = number.substr(mark + 1);
-        const bool negative = power.front() == '-';
-        if (power.front() == '-' || power.front() == '+') power.remove_prefix(1);
-        for (const char c : power) exponent = std::min(exponent * 10 + (c - '0'), kBound);
-        if (negative) exponent = -exponent;
-    }
-    return point - first + exponent;
+// A number beyond the range of a double: the largest, or 0 where it is too small for one.
+double NearestDouble(std::string_view number) {
+    std::istringstream stream{std::string(number)};
+    stream.imbue(std::locale::classic());
+    double value = 0;
+    stream >> value;
+    return value;
 }
 
 ParsedNumber ParseNumber(std::string_view text) {
@@ -54,7 +43,7 @@ ParsedNumber ParseNumber(std::string_view text) {
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
     if (error == std::errc::invalid_argument) return {};
     number = number.substr(0, static_cast<std::size_t>(end - number.data()));
-    if (error == std::errc::result_out_of_range) value = DecimalMagnitude(number) > 0 ? kLargest : 0;
+    if (error == std::errc::result_out_of_range) value = NearestDouble(number);
     return {negative ? -value : value, static_cast<std::size_t>(end - text.data())};
 }
 
@@ -92,33 +81,30 @@ std::string NumberText(std::int32_t Value) { return std::to_string(Value); }
 
 std::string NumberText(double Value) {
     if (std::isnan(Value)) return "0";
-    const double magnitude = std::min(std::abs(Value), kLargest);
+    const double magnitude = std::min(std::abs(Value), std::numeric_limits<double>::max());
 
-    // Scientific form with 15 digits, "d.dddddddddddddde+x": the digits are laid out again without exponent.
-    std::array<char, 32> buffer{};
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
-                                            std::chars_format::scientific, 14);
-    const std::string_view scientific(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
-    const std::size_t mark = scientific.find('e');
-    std::string digits(1, scientific[0]);
-    digits += scientific.substr(2, mark - 2);
-    digits.erase(digits.find_last_not_of('0') + 1);
-    if (digits.empty()) return "0";
-
-    const auto exponent = static_cast<int>(DecimalMagnitude(scientific)) - 1;
-    std::string whole = "0";
-    std::string fraction = digits;
-    if (exponent < 0) {
-        fraction.insert(0, static_cast<std::size_t>(-exponent - 1), '0');
+    // In scientific form the exponent tells how many decimals make 15 digits.
+    constexpr int kDecimals = 14;
+    const auto put = [magnitude](std::chars_format form, int decimals) {
+        std::array<char, 400> text{};
+        char* const end =
+            std::to_chars(text.data(), text.data() + text.size(), magnitude, form, decimals).ptr;
+        return std::string(text.data(), end);
+    };
+    std::string text = put(std::chars_format::scientific, kDecimals);
+    const std::size_t mark = text.find('e');
+    int exponent = 0;
+    std::from_chars(text.data() + text.find_first_not_of("e+", mark), text.data() + text.size(), exponent);
+    if (exponent > kDecimals) {
+        text.erase(mark).erase(1, 1).resize(static_cast<std::size_t>(exponent) + 1, '0');
     } else {
-        const auto wholeDigits = static_cast<std::size_t>(exponent) + 1;
-        whole = digits.substr(0, wholeDigits);
-        whole.resize(wholeDigits, '0');
-        fraction.erase(0, wholeDigits);
+        text = put(std::chars_format::fixed, kDecimals - exponent);
     }
-    std::string text = Value < 0 ? "-" + whole : whole;
-    if (!fraction.empty()) text += platform::DecimalSeparator() + fraction;
-    return text;
+    if (const std::size_t point = text.find('.'); point != std::string::npos) {
+        text.erase(text.find_last_not_of('0') + 1);
+        text.replace(point, 1, point + 1 < text.size() ? platform::DecimalSeparator() : "");
+    }
+    return Value < 0 ? "-" + text : text;
 }
 
 }  // namespace orvane
