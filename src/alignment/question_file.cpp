@@ -4,6 +4,7 @@
 
 #include "alignment/modIni.h"
 #include "frame/mdlDeclars.h"
+#include "platform/places.h"
 
 namespace orvane {
 namespace {
@@ -29,35 +30,35 @@ std::size_t AnswerCodePosition(std::string_view Value) {
 }
 
 std::int32_t LoadQuestions(std::string_view FileName, QuestionList& List) {
-    const IniReadPass pass(FileName);
-    const std::int32_t stated = RoundToLong(LeadingNumber(IniRead(kHead, kItems, FileName)));
+    IniFile file(platform::PathOfName(FileName));
+    const std::int32_t stated = RoundToLong(LeadingNumber(file.Read(kHead, kItems)));
     const std::int32_t count = std::min(stated, kMaxQuestions);
     for (std::int32_t i = 1; i <= count; ++i) {
         const std::string section = SectionName(i);
         QuestionRecord& question = List[i];
-        question.Text = IniRead(section, kQuestion, FileName);
+        question.Text = file.Read(section, kQuestion);
         for (std::int32_t j = 1; j <= kAnswerCount; ++j) {
-            question.Answers[j].Text = IniRead(section, TextKey(j), FileName);
-            question.Answers[j].Value = IniRead(section, ValueKey(j), FileName);
+            question.Answers[j].Text = file.Read(section, TextKey(j));
+            question.Answers[j].Value = file.Read(section, ValueKey(j));
         }
     }
     return count;
 }
 
 void SaveQuestions(std::string_view FileName, const QuestionList& List, std::int32_t Count) {
-    IniWritePass pass(FileName);
+    IniFile file(platform::PathOfName(FileName));
     const std::int32_t count = std::min(Count, kMaxQuestions);
-    IniWrite(kHead, kItems, NumberText(count), FileName);
+    file.Write(kHead, kItems, NumberText(count));
     for (std::int32_t i = 1; i <= count; ++i) {
         const std::string section = SectionName(i);
         const QuestionRecord& question = List[i];
-        IniWrite(section, kQuestion, question.Text, FileName);
+        file.Write(section, kQuestion, question.Text);
         for (std::int32_t j = 1; j <= kAnswerCount; ++j) {
-            IniWrite(section, TextKey(j), question.Answers[j].Text, FileName);
-            IniWrite(section, ValueKey(j), question.Answers[j].Value, FileName);
+            file.Write(section, TextKey(j), question.Answers[j].Text);
+            file.Write(section, ValueKey(j), question.Answers[j].Value);
         }
     }
-    pass.Commit();
+    file.Save();
 }
 
 }  // namespace orvane

@@ -4,7 +4,7 @@
 #include <functional>
 #include <utility>
 
-#include "platform/profile_encoding.h"
+#include "platform/text.h"
 
 namespace platform {
 namespace {
@@ -18,21 +18,6 @@ std::string_view Trimmed(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
     return text.substr(0, text.find_last_not_of(kBlanks) + 1);
 }
-
-struct Line {
-    std::string_view Text;  // without its line end
-    std::size_t End = 0;    // behind its line end
-};
-
-Line LineAt(std::string_view text, std::size_t begin) {
-    std::size_t stop = begin;
-    while (stop < text.size() && !IsLineBreak(text[stop])) ++stop;
-    std::size_t end = std::min(stop + 1, text.size());
-    if (end < text.size() && text[stop] == '\r' && text[end] == '\n') ++end;
-    return {text.substr(begin, stop - begin), end};
-}
-
-std::string_view FirstLine(std::string_view text) { return LineAt(text, 0).Text; }
 
 // Of a header, "[Name]" and perhaps more text behind it.
 std::optional<std::string_view> SectionName(std::string_view line) {
@@ -48,6 +33,63 @@ std::optional<std::string_view> KeyName(std::string_view line) {
     const std::string_view name = Trimmed(line.substr(0, end));
     if (name.empty() || name.front() == '[' || name.front() == ';') return {};
     return name;
+}
+
+struct Line {
+    std::size_t Begin = 0;
+    std::string_view Text{};  // without its line end
+    std::size_t End = 0;      // behind its line end
+    std::string_view Name{};
+};
+
+// The line that begins there, or the rest of one.
+Line LineAt(std::string_view text, std::size_t begin) {
+    std::size_t stop = begin;
+    while (stop < text.size() && !IsLineBreak(text[stop])) ++stop;
+    const std::size_t length = text.substr(stop).starts_with("\r\n") ? 2 : stop < text.size() ? 1 : 0;
+    return {begin, text.substr(begin, stop - begin), stop + length};
+}
+
+std::string_view FirstLine(std::string_view text) { return LineAt(text, 0).Text; }
+
+// The first header or key from the line on that begins there. Lines without the mark cost next to nothing.
+template <char kMark, auto kNameOf>
+std::optional<Line> Next(std::string_view text, std::size_t begin) {
+    while ((begin = text.find(kMark, begin)) != std::string_view::npos) {
+        while (begin > 0 && !IsLineBreak(text[begin - 1])) --begin;
+        Line line = LineAt(text, begin);
+        if (const auto name = kNameOf(line.Text)) {
+            line.Name = *name;
+            return line;
+        }
+        begin = line.End;
+    }
+    return {};
+}
+constexpr auto kNextHeader = Next<']', SectionName>;
+constexpr auto kNextKey = Next<'=', KeyName>;
+
+// Where the section that begins here ends: at the next header.
+std::size_t SectionEnd(std::string_view text, std::size_t begin) {
+    const auto next = kNextHeader(text, LineAt(text, begin).End);
+    return next ? next->Begin : text.size();
+}
+
+// Nearly every name is plain ASCII, and files have many.
+std::string Folded(std::string_view name) {
+    std::string folded(name);
+    for (char& c : folded) {
+        if (static_cast<unsigned char>(c) >= 0x80) return FoldedCase(name);
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c | 0x20);
+    }
+    return folded;
+}
+
+std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+    const auto begins = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
+    const auto* end =
+        std::find_if(text.begin(), text.end(), [&](char c) { return begins(c) && count-- == 0; });
+    return text.substr(0, static_cast<std::size_t>(end - text.begin()));
 }
 
 std::string_view ValueOf(std::string_view line) {
@@ -68,156 +110,140 @@ std::string_view LineEndOf(std::string_view text) {
     return end > 0 && text[end - 1] == '\r' ? "\r\n" : "\n";
 }
 
-// Where the section that begins here ends: at the next header.
-std::size_t SectionEnd(std::string_view text, std::size_t begin) {
-    std::size_t end = LineAt(text, begin).End;
-    while (end < text.size()) {
-        const Line line = LineAt(text, end);
-        if (SectionName(line.Text)) break;
-        end = line.End;
-    }
-    return end;
+std::optional<Line> FindKey(std::string_view section, const std::string& folded, std::size_t begin = 0) {
+    auto line = kNextKey(section, begin);
+    while (line && Folded(line->Name) != folded) line = kNextKey(section, line->End);
+    return line;
 }
 
-std::string WithoutKey(std::string_view text, std::string_view foldedKey) {
+// All lines of the key: of equal ones left over the next would come to light.
+void RemoveKey(std::string& section, const std::string& folded) {
     std::string kept;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const Line line = LineAt(text, begin);
-        const auto name = KeyName(line.Text);
-        if (!name || FoldedCase(*name) != foldedKey) kept += text.substr(begin, line.End - begin);
-        begin = line.End;
+    std::size_t done = 0;
+    for (auto line = FindKey(section, folded); line; line = FindKey(section, folded, line->End)) {
+        kept.append(section, done, line->Begin - done);
+        done = line->End;
     }
-    return kept;
+    section = kept.append(section, done);
 }
 
-void PutKey(std::string& text, std::string_view key, std::string_view value, std::string_view lineEnd) {
-    const std::string foldedKey = FoldedCase(key);
-    std::size_t behindLastText = 0;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const Line line = LineAt(text, begin);
-        const auto name = KeyName(line.Text);
-        if (name && FoldedCase(*name) == foldedKey) {
-            // The name stays as its author wrote it.
-            text.replace(begin, line.Text.size(), std::string(*name).append("=").append(value));
-            return;
-        }
-        if (!Trimmed(line.Text).empty()) behindLastText = line.End;
-        begin = line.End;
+void PutKey(std::string& section, std::string_view key, std::string_view value, std::string_view lineEnd) {
+    if (const auto line = FindKey(section, Folded(key))) {
+        // The name stays as its author wrote it.
+        std::string text(line->Name);
+        section.replace(line->Begin, line->Text.size(), text.append("=").append(value));
+        return;
     }
-    std::string added;
-    if (!IsLineBreak(text[behindLastText - 1])) added = lineEnd;
-    text.insert(behindLastText, added.append(key).append("=").append(value).append(lineEnd));
+    std::size_t end = section.size();
+    while (IsLineBreak(section[end - 1]) || kBlanks.find(section[end - 1]) != std::string_view::npos) --end;
+    end = LineAt(section, end).End;
+    std::string added(IsLineBreak(section[end - 1]) ? std::string_view() : lineEnd);
+    section.insert(end, added.append(key).append("=").append(value).append(lineEnd));
 }
 
 }  // namespace
 
 ProfileText::ProfileText(std::string_view bytes) : marked_(bytes.starts_with(kByteOrderMark)) {
     if (marked_) bytes.remove_prefix(kByteOrderMark.size());
-    utf8_ = IsUtf8(bytes);
-    Parse(ToUtf8(bytes));
+    text_ = ToUtf8(bytes);
+    utf8_ = text_ == bytes;
     lineEnd_ = LineEndOf(text_);
+    headers_ = IndexOf(text_, kNextHeader);
 }
 
-ProfileText::NamedLine ProfileText::Named(const std::string& foldedName, std::size_t begin) {
-    return {static_cast<std::uint32_t>(std::hash<std::string>{}(foldedName)),
-            static_cast<std::uint32_t>(begin)};
+ProfileText::NamedLine ProfileText::Named(const std::string& folded, std::size_t begin) {
+    return {static_cast<std::uint32_t>(std::hash<std::string>{}(folded)), static_cast<std::uint32_t>(begin)};
 }
 
-ProfileText::Index ProfileText::IndexOf(std::string_view text, NameOfLine nameOf) {
+template <class Next>
+ProfileText::Index ProfileText::IndexOf(std::string_view text, Next next) {
     Index index;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const Line line = LineAt(text, begin);
-        if (const auto name = nameOf(line.Text)) index.push_back(Named(FoldedCase(*name), begin));
-        begin = line.End;
+    for (auto line = next(text, 0); line; line = next(text, line->End)) {
+        index.push_back(Named(Folded(line->Name), line->Begin));
     }
     std::sort(index.begin(), index.end());
     return index;
 }
 
-std::optional<std::size_t> ProfileText::Find(std::string_view text, const Index& index, NameOfLine nameOf,
-                                             const std::string& foldedName) {
-    const NamedLine wanted = Named(foldedName, 0);
-    for (auto line = std::lower_bound(index.begin(), index.end(), wanted);
-         line != index.end() && line->Hash == wanted.Hash; ++line) {
-        if (FoldedCase(*nameOf(LineAt(text, line->Begin).Text)) == foldedName) return line->Begin;
+// The first line of that name; null if there is none.
+template <class Next>
+auto ProfileText::FindIn(const Index& index, std::string_view text, Next next, const std::string& folded) {
+    const NamedLine wanted = Named(folded, 0);
+    auto found = decltype(next(text, 0)){};
+    for (auto entry = std::lower_bound(index.begin(), index.end(), wanted);
+         entry != index.end() && entry->Hash == wanted.Hash; ++entry) {
+        found = next(text, entry->Begin);
+        if (Folded(found->Name) == folded) return found;
     }
-    return {};
+    return decltype(found){};
 }
 
-void ProfileText::Parse(std::string text) {
-    text_ = std::move(text);
-    opened_.clear();
-    added_.clear();
-    behind_.clear();
-    last_ = nullptr;
-    sections_ = IndexOf(text_, SectionName);
-}
-
-ProfileText::Section* ProfileText::FindSection(std::string_view name) {
-    if (last_ != nullptr && lastName_ == name) return last_;
-    const std::string foldedName = FoldedCase(name);
-    if (behind_.contains(foldedName)) Parse(Joined());
-    auto begin = Find(text_, sections_, SectionName, foldedName);
-    if (const auto added = added_.find(foldedName); !begin && added != added_.end()) begin = added->second;
-    if (!begin) return nullptr;
-    lastName_ = name;
-    return last_ = Open(*begin);
-}
-
-ProfileText::Section* ProfileText::Open(std::size_t begin) {
-    const auto [entry, isNew] = opened_.try_emplace(begin);
-    Section& section = entry->second;
-    if (isNew) {
-        section.Begin = begin;
-        section.End = SectionEnd(text_, begin);
+// The first section of that name, opened; the end of opened_ if there is none.
+ProfileText::Sections::iterator ProfileText::Find(const std::string& section) {
+    if (lastName_ == section) return last_;
+    lastName_ = section;
+    const std::string name = Folded(section);
+    const auto header = FindIn(headers_, text_, kNextHeader, name);
+    const auto added = added_.find(name);
+    if (added != added_.end() && (!header || added->second->first < header->Begin)) {
+        return last_ = added->second;
     }
-    return &section;
+    if (!header) return last_ = opened_.end();
+
+    const std::size_t place = header->Begin;
+    last_ = opened_.lower_bound(place);
+    if (last_ == opened_.end() || last_->first != place) {
+        const std::size_t end = SectionEnd(text_, place);
+        last_ = opened_.emplace(place, Section{text_.substr(place, end - place), end, 0, {}});
+    }
+    return last_;
+}
+
+// Makes sections of the headers in a section's further lines.
+void ProfileText::Split(Sections::iterator section) {
+    auto& [text, end, order, keys] = section->second;
+    std::vector<Line> headers;
+    for (auto line = kNextHeader(text, FirstLine(text).size()); line; line = kNextHeader(text, line->End)) {
+        headers.push_back(*line);
+    }
+    for (auto header = headers.rbegin(); header != headers.rend(); ++header) {
+        const std::string name = Folded(header->Name);
+        const auto made = opened_.emplace_hint(std::next(section), section->first,
+                                               Section{text.substr(header->Begin), end, order + 1, {}});
+        text.resize(header->Begin);
+        auto& first = added_.try_emplace(name, made).first->second;
+        const bool isBehind =
+            first->first > section->first || (first->first == section->first && first->second.Order > order);
+        if (isBehind) first = made;
+    }
+    text.shrink_to_fit();
+    for (auto next = std::next(section); next != opened_.end() && next->first == section->first; ++next) {
+        next->second.Order = std::prev(next)->second.Order + 1;
+    }
+    lastName_.reset();
 }
 
 std::string ProfileText::Joined() const {
     std::string joined;
     std::size_t done = 0;
-    for (const auto& [begin, section] : opened_) {
-        if (!section.Text) continue;
-        joined.append(text_, done, begin - done).append(*section.Text).append(section.Behind);
+    for (const auto& [place, section] : opened_) {
+        if (place > done) joined.append(text_, done, place - done);
+        // A new section begins a line.
+        const bool isNew = place == text_.size();
+        if (isNew && !joined.empty() && !IsLineBreak(joined.back())) joined += lineEnd_;
+        joined += section.Text;
         done = section.End;
     }
     return joined.append(text_, done);
 }
 
 std::string ProfileText::Value(std::string_view section, std::string_view key) {
-    Section* found = FindSection(ToUtf8(Trimmed(section)));
-    if (found == nullptr) return {};
-    const std::string_view text =
-        found->Text ? std::string_view(*found->Text)
-                    : std::string_view(text_).substr(found->Begin, found->End - found->Begin);
-    if (!found->Keys) found->Keys = IndexOf(text, KeyName);
-    const auto line = Find(text, *found->Keys, KeyName, FoldedCase(ToUtf8(Trimmed(key))));
-    return line ? std::string(ValueOf(LineAt(text, *line).Text)) : std::string();
-}
-
-void ProfileText::SplitOff(Section& section) {
-    const std::size_t end = SectionEnd(*section.Text, 0);
-    const std::string behind = section.Text->substr(end);
-    for (std::size_t begin = 0; begin < behind.size();) {
-        const Line line = LineAt(behind, begin);
-        if (const auto name = SectionName(line.Text)) behind_.insert(FoldedCase(*name));
-        begin = line.End;
-    }
-    section.Text->resize(end);
-    section.Behind.insert(0, behind);
-}
-
-ProfileText::Section* ProfileText::AddSection(std::string_view name) {
-    if (!text_.empty() && !IsLineBreak(text_.back())) {
-        std::string joined = Joined();
-        if (!IsLineBreak(joined.back())) joined += lineEnd_;
-        Parse(std::move(joined));
-    }
-    const std::size_t begin = text_.size();
-    text_.append("[").append(name).append("]").append(lineEnd_);
-    added_.emplace(FoldedCase(name), begin);
-    return Open(begin);
+    const auto found = Find(ToUtf8(Trimmed(section)));
+    if (found == opened_.end()) return {};
+    auto& [text, end, order, keys] = found->second;
+    if (!keys) keys = IndexOf(text, kNextKey);
+    const auto line = FindIn(*keys, text, kNextKey, Folded(ToUtf8(Trimmed(key))));
+    return line ? std::string(ValueOf(line->Text)) : std::string();
 }
 
 bool ProfileText::SetValue(std::string_view section, std::string_view key,
@@ -228,33 +254,31 @@ bool ProfileText::SetValue(std::string_view section, std::string_view key,
     if (SectionName(FirstLine("[" + sectionName + "]")) != sectionName) return false;
     if (KeyName(FirstLine(keyName + "=")) != keyName) return false;
 
-    Section* found = FindSection(sectionName);
-    if (found == nullptr) {
+    auto found = Find(sectionName);
+    if (found == opened_.end()) {
         if (!value) return true;
-        found = AddSection(sectionName);
+        const std::size_t end = text_.size();
+        const std::size_t order = opened_.empty() ? 0 : std::prev(opened_.end())->second.Order + 1;
+        found = opened_.emplace(end, Section{"[" + sectionName + "]" + lineEnd_, end, order, {}});
+        added_.emplace(Folded(sectionName), found);
+        last_ = found;
     }
-    lastName_ = sectionName;
-    last_ = found;
-    if (!found->Text) found->Text = text_.substr(found->Begin, found->End - found->Begin);
-    found->Keys.reset();
+    std::string& text = found->second.Text;
+    found->second.Keys.reset();
     if (!value) {
-        // All lines of the key: of equal ones left over the next would come to light.
-        found->Text = WithoutKey(*found->Text, FoldedCase(keyName));
+        RemoveKey(text, Folded(keyName));
         return true;
     }
-    const std::string text = ToUtf8(*value);
-    PutKey(*found->Text, keyName, text, lineEnd_);
-    // Further lines of a value are lines like any other, so a header among them opens a section. That changes
-    // nothing for the others but those of its name, so nothing is read anew until somebody asks for one.
-    if (SectionEnd(text, 0) < text.size()) SplitOff(*found);
+    PutKey(text, keyName, ToUtf8(*value), lineEnd_);
+    if (FirstLine(*value).size() < value->size()) Split(found);
     return true;
 }
 
 std::string ProfileText::Bytes() const {
     std::string text = Joined();
     if (!utf8_) {
-        auto bytes = ToWindows1252(text);
-        if (bytes && !IsUtf8(*bytes)) text = std::move(*bytes);
+        std::string bytes = ToWindows1252(text);
+        if (ToUtf8(bytes) == text) text = std::move(bytes);
     }
     if (marked_) text.insert(0, kByteOrderMark);
     return text;

@@ -1,5 +1,6 @@
 #include "weapons/weapon_tables.h"
 
+#include <filesystem>
 #include <string_view>
 #include <utility>
 
@@ -58,21 +59,22 @@ constexpr KeyedField<Level> kLevelKeys[] = {
     {"CriticalBonus", &Level::CriticalBonus},
 };
 
-std::string FullName(std::string_view file) { return (platform::CurrentPlaces().Program / file).string(); }
+std::filesystem::path InProgramFolder(std::string_view name) {
+    return platform::CurrentPlaces().Program / name;
+}
 
-std::int32_t ReadNumber(std::string_view section, std::string_view key, const std::string& fileName) {
-    return RoundToLong(LeadingNumber(IniRead(section, key, fileName)));
+std::int32_t ReadNumber(IniFile& file, std::string_view section, std::string_view key) {
+    return RoundToLong(LeadingNumber(file.Read(section, key)));
 }
 
 template <class Record, std::size_t kCount>
-Record ReadRecord(const KeyedField<Record> (&fields)[kCount], const std::string& section,
-                  const std::string& fileName) {
+Record ReadRecord(IniFile& file, const std::string& section, const KeyedField<Record> (&fields)[kCount]) {
     Record record;
     for (const auto& [key, number] : fields) {
         if (number == nullptr) {
-            record.Name = IniRead(section, key, fileName);
+            record.Name = file.Read(section, key);
         } else {
-            record.*number = ReadNumber(section, key, fileName);
+            record.*number = ReadNumber(file, section, key);
         }
     }
     return record;
@@ -85,12 +87,11 @@ std::string WeaponSection(std::int32_t number) {
 }
 
 template <std::size_t kCount>
-void LoadLevels(std::array<ModifierRecord, kCount>& levels, std::string_view file) {
-    const std::string fileName = FullName(file);
-    const IniReadPass pass(fileName);
+void LoadLevels(std::array<ModifierRecord, kCount>& levels, std::string_view name) {
+    IniFile file(InProgramFolder(name));
     std::int32_t number = 0;
     for (ModifierRecord& level : levels) {
-        level = ReadRecord(kLevelKeys, "LEVEL" + NumberText(++number), fileName);
+        level = ReadRecord(file, "LEVEL" + NumberText(++number), kLevelKeys);
     }
 }
 
@@ -98,17 +99,17 @@ void LoadLevels(std::array<ModifierRecord, kCount>& levels, std::string_view fil
 
 void LoadWeapons(WeaponTables& Tables) {
     Tables.Weapons.clear();
-    const std::string fileName = FullName("weapon.ini");
+    const std::filesystem::path path = InProgramFolder("weapon.ini");
     const auto refuse = [&](std::string reason) {
-        Tables.NoWeaponsReason = std::move(reason.append(kLineBreak).append(fileName));
+        Tables.NoWeaponsReason = std::move(reason.append(kLineBreak).append(platform::Utf8OfPath(path)));
     };
-    const IniReadPass pass(fileName);
-    const std::int32_t items = ReadNumber("HEAD", "items", fileName);
-    if (pass.State() == platform::ProfileState::TooLarge) {
+    IniFile file(path);
+    const std::int32_t items = ReadNumber(file, "HEAD", "items");
+    if (file.State() == platform::ProfileState::TooLarge) {
         return refuse("The weapon file is too large: it must have at most " +
                       NumberText(std::int32_t{platform::kMaxProfileBytes >> 20}) + " MiB.");
     }
-    if (pass.State() != platform::ProfileState::Readable) {
+    if (file.State() != platform::ProfileState::Readable) {
         return refuse("The weapon file is missing or cannot be read.");
     }
     if (items < 1) {
@@ -123,7 +124,7 @@ void LoadWeapons(WeaponTables& Tables) {
     Tables.NoWeaponsReason.clear();
     Tables.Weapons.reserve(static_cast<std::size_t>(items));
     for (std::int32_t number = 1; number <= items; ++number) {
-        Tables.Weapons.push_back(ReadRecord(kWeaponKeys, WeaponSection(number), fileName));
+        Tables.Weapons.push_back(ReadRecord(file, WeaponSection(number), kWeaponKeys));
     }
 }
 

@@ -41,15 +41,14 @@ TEST_F(ModIniTest, AWriteThatCannotBeDoneIsSilent) {
     }
     IniWrite("s", "a=b", "1", kName);
     EXPECT_FALSE(std::filesystem::exists(Folder / "missing"));
-    {
-        IniWritePass pass("folder");
-        IniWrite("s", "k", "1", "folder");
-        std::filesystem::remove_all(User / "folder");
-        Put(User / "folder", "meanwhile a file");
-        pass.Commit();
-    }
-    EXPECT_EQ(BytesOf(User / "folder"), "meanwhile a file") << "what could not be read is not replaced";
     EXPECT_FALSE(std::filesystem::exists(File));
+
+    IniFile folder(User / "folder");
+    folder.Write("s", "k", "1");
+    std::filesystem::remove_all(User / "folder");
+    Put(User / "folder", "meanwhile a file");
+    folder.Save();
+    EXPECT_EQ(BytesOf(User / "folder"), "meanwhile a file") << "what could not be read is not replaced";
 }
 
 TEST_F(ModIniTest, TheShippedFileStandsInUntilTheFirstWrite) {
@@ -73,57 +72,20 @@ TEST_F(ModIniTest, TheShippedFileStandsInUntilTheFirstWrite) {
     EXPECT_EQ(BytesOf(Shipped / "a.ini"), shipped);
 }
 
-TEST_F(ModIniTest, AReadPassSeesOneStateAndTheProgramsOwnWrites) {
-    Put(File, "[s]\nk=1\nj=1\n");
-    {
-        const IniReadPass pass(kName);
-        Put(File, "[s]\nk=2\nj=2\n");
-        EXPECT_EQ(IniRead("s", "k", kName), "1");
-        EXPECT_EQ(IniRead("s", "j", "a.ini"), "1") << "the same file by another name";
-        IniWrite("s", "k", "3", "a.ini");
-        EXPECT_EQ(BytesOf(File), "[s]\nk=3\nj=2\n");
-        EXPECT_EQ(IniRead("s", "k", kName), "3");
-    }
-    Put(File, "[s]\nk=8\n");
-    EXPECT_EQ(IniRead("s", "k", kName), "8") << "nothing is kept between passes";
-}
-
-TEST_F(ModIniTest, AWritePassIsAllOrNothing) {
+TEST_F(ModIniTest, AnOpenFileIsOneStateAndSavesAllOrNothing) {
     const std::string before = "[s]\nk=1\n";
     Put(File, before);
-    {
-        IniWritePass dropped(kName);
-        IniWrite("s", "k", "2", kName);
-    }
+    IniFile file(File);
+    file.Write("s", "k", "2");
+    file.Write("t", "k", "3");
+    EXPECT_EQ(file.Read("T", "K"), "3");
     EXPECT_EQ(BytesOf(File), before);
-    {
-        IniWritePass pass(kName);
-        IniWritePass other("c:\\b.ini");
-        IniWrite("s", "k", "2", kName);
-        IniWrite("t", "k", "3", kName);
-        IniWrite("s", "k", "9", "c:\\b.ini");
-        {
-            IniWritePass inner(kName);
-            IniWrite("s", "k", "4", kName);
-            EXPECT_EQ(IniRead("t", "k", kName), "3");
-            inner.Commit();
-        }
-        {
-            IniWritePass inner(kName);
-            IniWrite("s", "k", "5", kName);
-        }
-        EXPECT_EQ(IniRead("s", "k", kName), "4");
-        EXPECT_EQ(BytesOf(File), before);
-        pass.Commit();
-        EXPECT_EQ(BytesOf(File), "[s]\nk=4\n[t]\nk=3\n");
-        IniWrite("s", "k", "6", kName);
-    }
-    EXPECT_EQ(IniRead("s", "k", kName), "6") << "a write behind Commit goes by itself";
-    {
-        IniWritePass idle("c:\\c.ini");
-        IniRead("s", "k", "c:\\c.ini");
-        idle.Commit();
-    }
+    Put(File, "[s]\nk=9\n");
+    EXPECT_EQ(file.Read("s", "k"), "2");
+    EXPECT_EQ(IniRead("s", "k", kName), "9") << "nothing is kept between calls";
+    file.Save();
+    EXPECT_EQ(BytesOf(File), "[s]\nk=2\n[t]\nk=3\n");
+    IniFile(User / "b.ini").Save();
     EXPECT_EQ(CountIn(User), 1);
 }
 

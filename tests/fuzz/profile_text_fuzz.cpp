@@ -15,8 +15,8 @@
 #include <vector>
 
 #include "platform/places.h"
-#include "platform/profile_encoding.h"
 #include "platform/profile_text.h"
+#include "platform/text.h"
 
 namespace {
 

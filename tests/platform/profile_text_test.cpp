@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/profile_encoding.h"
+#include "platform/text.h"
 
 namespace platform {
 namespace {
@@ -125,10 +125,11 @@ TEST(ProfileTextTest, KeepsOrWidensTheEncoding) {
     }
     for (const char* broken :
          {"\x80", "\xC1\x81", "\xC3", "\xE0\x9F\xBF", "\xED\xBF\xBF", "\xF4\x90\x80\x80", "\xF5"}) {
-        EXPECT_FALSE(IsUtf8(broken));
+        EXPECT_NE(ToUtf8(broken), broken);
         EXPECT_EQ(ToWindows1252(ToUtf8(broken)), broken);
     }
-    EXPECT_TRUE(IsUtf8("\u0080\u07FF\u0800\uD7FF\uE000\uFFFF\U00010000\U0010FFFF"));
+    const std::string valid = "\u0080\u07FF\u0800\uD7FF\uE000\uFFFF\U00010000\U0010FFFF";
+    EXPECT_EQ(ToUtf8(valid), valid);
 }
 
 // Takes minutes if the cost of a key grows with the square of the file.
