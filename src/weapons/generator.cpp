@@ -58,6 +58,7 @@ GeneratedWeapon GenerateWeapon(const WeaponTables& Tables) {
     weapon.CurDurability = RandomRange(0, rounded(&ModifierRecord::MaxDurability, weapon.MaxDurability));
 
     return {
+        .Base = weapon,
         .FullName = buc.Name + " " + quality.Name + " " + metal.Name + " " + weapon.Name,
         .DamageMin = rounded(&ModifierRecord::MinDamage, weapon.MinDamage),
         .DamageMax = rounded(&ModifierRecord::MaxDamage, weapon.MaxDamage),
@@ -66,19 +67,14 @@ GeneratedWeapon GenerateWeapon(const WeaponTables& Tables) {
         .AttackBonus = rounded(&ModifierRecord::AttackBonus, weapon.AttackBonus),
         .HasAttackBonus = weapon.AttackBonus != 0,
         .CriticalChance = sum(&ModifierRecord::CriticalBonus, weapon.CriticalBonus),
-        .DamageType = weapon.DamageType,
         .Speed = sum(&ModifierRecord::Speed, weapon.Speed),
         .DefenceBonus = rounded(&ModifierRecord::Defence, weapon.Defence),
         .HasDefenceBonus = weapon.Defence != 0,
-        .CurDurability = weapon.CurDurability,
         .MaxDurability = scaled(&ModifierRecord::MaxDurability, weapon.MaxDurability),
         .Weight = scaled(&ModifierRecord::Weight, weapon.Weight),
-        .ReqStr = weapon.ReqStr,
-        .ReqDex = weapon.ReqDex,
         .ReqLevel = sum(&ModifierRecord::ReqLev, weapon.ReqLev),
         // The BUC level counts in the level required, not in whether it shows.
         .HasReqLevel = std::int64_t{quality.ReqLev} + weapon.ReqLev + metal.ReqLev > 1,
-        .Hands = weapon.Hands,
         .ShopPrice = scaled(&ModifierRecord::Price, weapon.BasePrice),
     };
 }

@@ -9,6 +9,7 @@ namespace orvane {
 
 // A finished weapon, every value worked out. A bonus or a level without its flag is not for show.
 struct GeneratedWeapon {
+    WeaponRecord Base{};  // with the levels and the wear that were drawn; what no level changes is here alone
     std::string FullName;
     std::int32_t DamageMin = 0;
     std::int32_t DamageMax = 0;
@@ -17,18 +18,13 @@ struct GeneratedWeapon {
     std::int32_t AttackBonus = 0;
     bool HasAttackBonus = false;
     std::int32_t CriticalChance = 0;
-    std::int32_t DamageType = 0;
     std::int32_t Speed = 0;
     std::int32_t DefenceBonus = 0;
     bool HasDefenceBonus = false;
-    std::int32_t CurDurability = 0;
     double MaxDurability = 0;
     double Weight = 0;
-    std::int32_t ReqStr = 0;
-    std::int32_t ReqDex = 0;
     std::int32_t ReqLevel = 0;
     bool HasReqLevel = false;
-    std::int32_t Hands = 0;
     double ShopPrice = 0;
 };
 

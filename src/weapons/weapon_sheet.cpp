@@ -22,15 +22,15 @@ std::string BuildWeaponSheet(const GeneratedWeapon& Weapon) {
     line("Damage Fatigue: ", DiceFromRange(Weapon.FatigueMin, Weapon.FatigueMax));
     if (Weapon.HasAttackBonus) line("Attack Bonus: ", FormatBonus(Weapon.AttackBonus));
     line("Critical Chance: ", NumberText(Weapon.CriticalChance));
-    line("Damage Type: ", DamageTypeName(Weapon.DamageType));
+    line("Damage Type: ", DamageTypeName(Weapon.Base.DamageType));
     line("Speed: ", NumberText(Weapon.Speed));
     if (Weapon.HasDefenceBonus) line("Defence Bonus: ", FormatBonus(Weapon.DefenceBonus));
-    line("Durability: ", NumberText(Weapon.CurDurability) + " of " + NumberText(Weapon.MaxDurability));
+    line("Durability: ", NumberText(Weapon.Base.CurDurability) + " of " + NumberText(Weapon.MaxDurability));
     line("Weight: ", NumberText(Weapon.Weight));
-    if (Weapon.ReqStr > 0) line("Required Strength: ", NumberText(Weapon.ReqStr));
-    if (Weapon.ReqDex > 0) line("Required Dexterity: ", NumberText(Weapon.ReqDex));
+    if (Weapon.Base.ReqStr > 0) line("Required Strength: ", NumberText(Weapon.Base.ReqStr));
+    if (Weapon.Base.ReqDex > 0) line("Required Dexterity: ", NumberText(Weapon.Base.ReqDex));
     if (Weapon.HasReqLevel) line("Required Level: ", NumberText(Weapon.ReqLevel));
-    line(NumberText(Weapon.Hands), "-Handed");
+    line(NumberText(Weapon.Base.Hands), "-Handed");
     line("Shop price: ", NumberText(Weapon.ShopPrice));
     return sheet;
 }

@@ -12,52 +12,15 @@ namespace orvane {
 namespace {
 
 template <class Record>
-struct KeyedField {
+struct KeyedNumber {
     std::string_view Key;
-    std::int32_t Record::*Number = nullptr;  // null for the one key that is text: Name
+    std::int32_t Record::*Number;
 };
 
-using Weapon = WeaponRecord;
-constexpr KeyedField<Weapon> kWeaponKeys[] = {
-    {"MinDamage", &Weapon::MinDamage},
-    {"MaxDamage", &Weapon::MaxDamage},
-    {"AttackBonus", &Weapon::AttackBonus},
-    {"MinDamageFatigue", &Weapon::MinDamageFatigue},
-    {"MaxDamageFatigue", &Weapon::MaxDamageFatigue},
-    {"Defence", &Weapon::Defence},
-    {"CriticalBonus", &Weapon::CriticalBonus},
-    {"DamageType", &Weapon::DamageType},
-    {"Speed", &Weapon::Speed},
-    {"Weight", &Weapon::Weight},
-    {"Metal", &Weapon::Metal},
-    {"BUC", &Weapon::BUC},
-    {"Quality", &Weapon::Quality},
-    {"MaxDurability", &Weapon::MaxDurability},
-    {"CurDurability", &Weapon::CurDurability},
-    {"Name"},
-    {"ReqStr", &Weapon::ReqStr},
-    {"ReqDex", &Weapon::ReqDex},
-    {"ReqLev", &Weapon::ReqLev},
-    {"BasePrice", &Weapon::BasePrice},
-    {"Hands", &Weapon::Hands},
-};
-
-using Level = ModifierRecord;
-constexpr KeyedField<Level> kLevelKeys[] = {
-    {"Name"},
-    {"MinDamage", &Level::MinDamage},
-    {"MaxDamage", &Level::MaxDamage},
-    {"AttackBonus", &Level::AttackBonus},
-    {"MinDamageFatigue", &Level::MinDamageFatigue},
-    {"MaxDamageFatigue", &Level::MaxDamageFatigue},
-    {"Defence", &Level::Defence},
-    {"MaxDurability", &Level::MaxDurability},
-    {"ReqLev", &Level::ReqLev},
-    {"Price", &Level::Price},
-    {"Weight", &Level::Weight},
-    {"Speed", &Level::Speed},
-    {"CriticalBonus", &Level::CriticalBonus},
-};
+#define ORVANE_WEAPON_ROW(key) {#key, &WeaponRecord::key},
+#define ORVANE_LEVEL_ROW(key) {#key, &ModifierRecord::key},
+constexpr KeyedNumber<WeaponRecord> kWeaponNumbers[] = {ORVANE_WEAPON_NUMBERS(ORVANE_WEAPON_ROW)};
+constexpr KeyedNumber<ModifierRecord> kLevelNumbers[] = {ORVANE_LEVEL_NUMBERS(ORVANE_LEVEL_ROW)};
 
 std::filesystem::path InProgramFolder(std::string_view name) {
     return platform::CurrentPlaces().Program / name;
@@ -68,15 +31,10 @@ std::int32_t ReadNumber(IniFile& file, std::string_view section, std::string_vie
 }
 
 template <class Record, std::size_t kCount>
-Record ReadRecord(IniFile& file, const std::string& section, const KeyedField<Record> (&fields)[kCount]) {
+Record ReadRecord(IniFile& file, const std::string& section, const KeyedNumber<Record> (&numbers)[kCount]) {
     Record record;
-    for (const auto& [key, number] : fields) {
-        if (number == nullptr) {
-            record.Name = file.Read(section, key);
-        } else {
-            record.*number = ReadNumber(file, section, key);
-        }
-    }
+    record.Name = file.Read(section, "Name");
+    for (const auto& [key, number] : numbers) record.*number = ReadNumber(file, section, key);
     return record;
 }
 
@@ -91,7 +49,7 @@ void LoadLevels(std::array<ModifierRecord, kCount>& levels, std::string_view nam
     IniFile file(InProgramFolder(name));
     std::int32_t number = 0;
     for (ModifierRecord& level : levels) {
-        level = ReadRecord(file, "LEVEL" + NumberText(++number), kLevelKeys);
+        level = ReadRecord(file, "LEVEL" + NumberText(++number), kLevelNumbers);
     }
 }
 
@@ -124,7 +82,7 @@ void LoadWeapons(WeaponTables& Tables) {
     Tables.NoWeaponsReason.clear();
     Tables.Weapons.reserve(static_cast<std::size_t>(items));
     for (std::int32_t number = 1; number <= items; ++number) {
-        Tables.Weapons.push_back(ReadRecord(file, WeaponSection(number), kWeaponKeys));
+        Tables.Weapons.push_back(ReadRecord(file, WeaponSection(number), kWeaponNumbers));
     }
 }
 

@@ -10,49 +10,58 @@
 
 namespace orvane {
 
+// The numbers of a base weapon and of a level, in the order in which they are read: each is a key of its file
+// and a field of its record, and is named here alone.
+#define ORVANE_WEAPON_NUMBERS(KEY) \
+    KEY(MinDamage)                 \
+    KEY(MaxDamage)                 \
+    KEY(AttackBonus)               \
+    KEY(MinDamageFatigue)          \
+    KEY(MaxDamageFatigue)          \
+    KEY(Defence)                   \
+    KEY(CriticalBonus)             \
+    KEY(DamageType)                \
+    KEY(Speed)                     \
+    KEY(Weight)                    \
+    KEY(Metal)                     \
+    KEY(BUC)                       \
+    KEY(Quality)                   \
+    KEY(MaxDurability)             \
+    KEY(CurDurability)             \
+    KEY(ReqStr)                    \
+    KEY(ReqDex)                    \
+    KEY(ReqLev)                    \
+    KEY(BasePrice)                 \
+    KEY(Hands)
+#define ORVANE_LEVEL_NUMBERS(KEY) \
+    KEY(MinDamage)                \
+    KEY(MaxDamage)                \
+    KEY(AttackBonus)              \
+    KEY(MinDamageFatigue)         \
+    KEY(MaxDamageFatigue)         \
+    KEY(Defence)                  \
+    KEY(MaxDurability)            \
+    KEY(ReqLev)                   \
+    KEY(Price)                    \
+    KEY(Weight)                   \
+    KEY(Speed)                    \
+    KEY(CriticalBonus)
+#define ORVANE_FIELD(key) std::int32_t key = 0;
+
 // A base weapon. Its four level and wear fields are part of the file's format only: a generated weapon draws
 // its own.
 struct WeaponRecord {
-    std::int32_t MinDamage = 0;
-    std::int32_t MaxDamage = 0;
-    std::int32_t MinDamageFatigue = 0;
-    std::int32_t MaxDamageFatigue = 0;
-    std::int32_t AttackBonus = 0;
-    std::int32_t Defence = 0;
-    std::int32_t CriticalBonus = 0;
-    std::int32_t DamageType = 0;
-    std::int32_t Speed = 0;
-    std::int32_t Weight = 0;
-    std::int32_t Metal = 0;
-    std::int32_t Quality = 0;
-    std::int32_t BUC = 0;
-    std::int32_t MaxDurability = 0;
-    std::int32_t CurDurability = 0;
     std::string Name;
-    std::int32_t ReqStr = 0;
-    std::int32_t ReqDex = 0;
-    std::int32_t ReqLev = 0;
-    std::int32_t Hands = 0;
-    std::int32_t BasePrice = 0;
+    ORVANE_WEAPON_NUMBERS(ORVANE_FIELD)
 };
 
 // A level of quality, of BUC or of metal: percentages of the weapon's values, except CriticalBonus, ReqLev
 // and Speed, which are added to them.
 struct ModifierRecord {
     std::string Name;
-    std::int32_t MinDamage = 0;
-    std::int32_t MaxDamage = 0;
-    std::int32_t MinDamageFatigue = 0;
-    std::int32_t MaxDamageFatigue = 0;
-    std::int32_t AttackBonus = 0;
-    std::int32_t Defence = 0;
-    std::int32_t CriticalBonus = 0;
-    std::int32_t MaxDurability = 0;
-    std::int32_t ReqLev = 0;
-    std::int32_t Price = 0;
-    std::int32_t Weight = 0;
-    std::int32_t Speed = 0;
+    ORVANE_LEVEL_NUMBERS(ORVANE_FIELD)
 };
+#undef ORVANE_FIELD
 
 // Numbered from 1 in the files, so number n stands at index n - 1.
 struct WeaponTables {

@@ -39,7 +39,7 @@ TEST(GenerateWeapon, ShowsBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
     GeneratedWeapon made = MakeFirst(tables);
     EXPECT_EQ(made.FullName, "   Blade");
     EXPECT_TRUE(made.HasAttackBonus && made.HasDefenceBonus);
-    EXPECT_EQ(made.AttackBonus + made.DefenceBonus + made.CurDurability, 0);
+    EXPECT_EQ(made.AttackBonus + made.DefenceBonus + made.Base.CurDurability, 0);
     EXPECT_EQ(made.ReqLevel, 4);
     EXPECT_FALSE(made.HasReqLevel);
 
@@ -52,7 +52,7 @@ TEST(GenerateWeapon, ShowsBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
 
 TEST(WeaponSheet, LeavesOutWhatDoesNotShow) {
     GeneratedWeapon weapon = {.FullName = "   Stick", .DamageMin = 4, .DamageMax = 3, .AttackBonus = 5};
-    weapon.ReqStr = -4;
+    weapon.Base.ReqStr = -4;
     weapon.ReqLevel = 4;
     weapon.Weight = 44.00000000000001;
     EXPECT_EQ(BuildWeaponSheet(weapon),
