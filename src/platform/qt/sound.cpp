@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -22,12 +23,17 @@ SoundRequests& StartedPlayer() {
     static SoundRequests& requests = [module = QCoreApplication::applicationDirPath().toStdString() + "/" +
                                                kSoundPlayerModule]() -> SoundRequests& {
         auto* made = new SoundRequests;  // the thread may outlive everything but the process
-        std::thread([made, module] {
+        const auto run = [made, module] {
             void* library = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
             if (library == nullptr) return;
             if (void* body = dlsym(library, kSoundPlayerSymbol))
                 reinterpret_cast<SoundPlayerBody>(body)(*made);
-        }).detach();
+        };
+        try {
+            std::thread(run).detach();
+        } catch (const std::system_error&) {
+            // The desktop grants no further thread: nobody will hear what is asked for.
+        }
         return *made;
     }();
     return requests;

@@ -2,6 +2,7 @@
 #include <dlfcn.h>
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -34,11 +35,14 @@ struct Wave {
     Uint32 Size = 0;
 };
 
+constexpr std::uintmax_t kLargestFile = 16 * 1024 * 1024;  // six minutes at 22 kHz; all of it is loaded
+
 std::optional<Wave> LoadWave(const std::vector<std::string>& places) {
     for (const std::string& place : places) {
         // Opening anything but a plain file could wait for ever.
         std::error_code error;
         if (!std::filesystem::is_regular_file(place, error)) continue;
+        if (std::filesystem::file_size(place, error) > kLargestFile) return {};
         Wave wave;
         Uint8* samples = nullptr;
         if (SDL_LoadWAV(place.c_str(), &wave.Format, &samples, &wave.Size) == nullptr) return {};
