@@ -27,8 +27,7 @@ TEST_F(RangeFinder, FindsOnRequestUntilItFollowsEachKeystroke) {
     }
     Enter(kForm, "Alt+F", "1000000000");
     EXPECT_EQ(Result(), "127498183D10+872501817 Chk: 1000000000 - 2147483647");
-    robot::Paste(kForm, std::string(1000000, '9'));
-    EXPECT_EQ(robot::Text(kForm, "txtFrom").size(), 1000010U);
+    robot::Paste(kForm, std::string(1000, '9'));
     EXPECT_EQ(Result(), "2147483647");
     EXPECT_TRUE(listener.Heard().empty());
 }

@@ -164,6 +164,10 @@ TEST_F(Controls, ALineStaysALineAndAnUndoStaysWithinATextThatWasSet) {
     const std::string odd = "Quoi\xC2\xA0? \xF0\x9D\x84\x9E";
     area.SetText(odd);
     EXPECT_EQ(area.Text(), odd);
+    robot::Click("Test", "area");
+    robot::Key("Test", "Ctrl+A");
+    robot::Key("Test", "Ctrl+C");
+    EXPECT_EQ(robot::Clipboard(), odd);
     for (TextBox* box : {&line, &area}) {
         box->SetText("first");
         robot::Click("Test", box == &line ? "line" : "area");
@@ -173,6 +177,31 @@ TEST_F(Controls, ALineStaysALineAndAnUndoStaysWithinATextThatWasSet) {
         robot::Key("Test", "Ctrl+Z");
         EXPECT_EQ(box->Text(), shown);
     }
+}
+
+TEST_F(Controls, ABoxTakesNoMoreThanItIsFor) {
+    TextBox three(form, "three", {0, 0, 100, 20}, {.MaxLength = 3});
+    TextBox line(form, "line", {0, 20, 100, 20}, {});
+    TextBox area(form, "area", {0, 40, 100, 60}, {.MultiLine = true});
+    form.Show();
+    const auto replace = [](const char* box, const std::string& pasted) {
+        robot::Click("Test", box);
+        robot::Key("Test", "Ctrl+A");
+        robot::Paste("Test", pasted);
+    };
+    replace("three", "12\xF0\x9D\x84\x9E");  // of which the last takes two units
+    robot::Type("Test", "345");
+    EXPECT_EQ(three.Text(), "123");
+    three.SetText("1000000");
+    robot::Type("Test", "2");
+    EXPECT_EQ(three.Text(), "1000000");
+    replace("line", std::string(10'000'000, '7'));
+    robot::Type("Test", "8");
+    EXPECT_EQ(line.Text(), std::string(64 * 1024, '7'));
+    replace("area", std::string(10'000'000, 'a'));
+    EXPECT_EQ(area.Text(), std::string(1024 * 1024, 'a'));
+    replace("area", std::string(1'000'000, '\r'));
+    EXPECT_EQ(std::ranges::count(area.Text(), '\n'), 64 * 1024 - 1);
 }
 
 TEST_F(Controls, AListTellsItsOpeningKeysAndChoices) {

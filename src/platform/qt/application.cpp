@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/qt/accessibility.h"
-#include "platform/qt/paste_guard.h"
+#include "platform/qt/pasted_text.h"
 #include "platform/qt/toolkit.h"
 
 // Last, since its macros take common names.

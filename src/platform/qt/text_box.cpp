@@ -1,104 +1,117 @@
+#include <QClipboard>
 #include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QSignalBlocker>
 #include <QTextDocument>
-#include <QTextDocumentFragment>
-#include <QValidator>
 #include <limits>
 
 #include "platform/controls.h"
-#include "platform/qt/paste_guard.h"
+#include "platform/qt/pasted_text.h"
 #include "platform/qt/theme_style.h"
 #include "platform/qt/toolkit.h"
 
 namespace platform {
 namespace {
 
-// Keeps what the user enters within a length. A text that the program made longer may be edited, but not
-// grow.
-class LineLimit : public QValidator {
- public:
-    LineLimit(QLineEdit& box, int length) : QValidator(&box), length_(length) {
-        connect(&box, &QLineEdit::textChanged, this, [this](const QString& text) { current_ = text.size(); });
-    }
-
-    State validate(QString& input, int& position) const override {
-        for (QChar& c : input) {
-            if (c == '\n' || c == '\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
-                c = ' ';
-        }
-        if (length_ == 0) return Acceptable;
-        const qsizetype excess = input.size() - std::max(length_, current_);
-        if (excess <= 0 || Suspended) return Acceptable;
-        if (position < excess) return Invalid;
-        // The end of what has just been entered is what does not fit.
-        position -= static_cast<int>(excess);
-        input.remove(position, excess);
-        return Acceptable;
-    }
-
-    bool Suspended = false;
-
- private:
-    qsizetype length_;
-    qsizetype current_ = 0;
-};
+// What can be pasted, in bytes and lines. More would take seconds to lay out, and half a kilobyte a line.
+constexpr int kMostInLine = 64 * 1024;
+constexpr int kMostInArea = 1024 * 1024;
+constexpr int kMostLines = 64 * 1024;
 
 class LineBox : public QLineEdit {
  public:
-    LineBox(QWidget* parent, const TextBox::Style& style) : QLineEdit(parent) {
+    LineBox(QWidget* parent, const TextBox::Style& style)
+        : QLineEdit(parent), limit_(style.MaxLength > 0 ? style.MaxLength : kMostInLine) {
         setFrame(style.Framed);
         if (!style.Framed) setTextMargins(1, 0, 1, 0);
         setMaxLength(std::numeric_limits<int>::max());
-        setReadOnly(style.ReadOnly);
         if (style.Align != Alignment::Left)
             setAlignment(style.Align == Alignment::Centre ? Qt::AlignCenter
                                                           : Qt::AlignRight | Qt::AlignVCenter);
-        setValidator(limit_ = new LineLimit(*this, style.MaxLength));
-    }
-
-    void SetText(const QString& text) {
-        limit_->Suspended = true;
-        setText(text);
-        setCursorPosition(0);
-        limit_->Suspended = false;
     }
 
     bool DigitsOnly = false;
 
  protected:
     void keyPressEvent(QKeyEvent* event) override {
-        const bool command = (event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier)) != 0;
-        if (command || !Refused(event->text())) QLineEdit::keyPressEvent(event);
+        if (event->matches(QKeySequence::Paste)) {
+            const bool selection =
+                event->key() == Qt::Key_Insert && (event->modifiers() & Qt::ControlModifier);
+            return Paste(selection ? QClipboard::Selection : QClipboard::Clipboard);
+        }
+        const QString typed = event->text();
+        const bool command = (event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier)) ||
+                             typed < QString(' ') || typed == "\x7F";
+        if (command || Typed(typed) == typed) QLineEdit::keyPressEvent(event);
     }
     void inputMethodEvent(QInputMethodEvent* event) override {
-        if (Refused(event->commitString())) event->setCommitString({});
+        const QString typed = event->commitString();
+        if (Typed(typed) != typed) event->setCommitString(Typed(typed));
         QLineEdit::inputMethodEvent(event);
     }
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        if (event->button() != Qt::MiddleButton) return QLineEdit::mouseReleaseEvent(event);
+        deselect();
+        Paste(QClipboard::Selection);
+    }
+    void dropEvent(QDropEvent* event) override {
+        if (event->source() == this && event->dropAction() == Qt::MoveAction)
+            return QLineEdit::dropEvent(event);
+        QMimeData text;
+        text.setText(Fitting(PastedText(*event->mimeData(), kMostInLine)));
+        QDropEvent drop(event->position(), event->possibleActions(), &text, event->buttons(),
+                        event->modifiers());
+        QLineEdit::dropEvent(&drop);
+        event->acceptProposedAction();
+    }
+    // The toolkit's own would ask the owner of the clipboard for all that it holds.
     void contextMenuEvent(QContextMenuEvent* event) override {
-        ShowThemedMenu(createStandardContextMenu(), *this, event->globalPos());
+        auto* menu = new QMenu(this);
+        const auto add = [&](const char* caption, QKeySequence::StandardKey key, bool enabled, auto act) {
+            QAction* action = menu->addAction(tr(caption) + '\t' + QKeySequence(key).toString(), this, act);
+            action->setEnabled(enabled);
+        };
+        add("&Undo", QKeySequence::Undo, isUndoAvailable(), &QLineEdit::undo);
+        add("&Redo", QKeySequence::Redo, isRedoAvailable(), &QLineEdit::redo);
+        menu->addSeparator();
+        add("Cu&t", QKeySequence::Cut, hasSelectedText(), &QLineEdit::cut);
+        add("&Copy", QKeySequence::Copy, hasSelectedText(), &QLineEdit::copy);
+        add("&Paste", QKeySequence::Paste, true, [this] { Paste(QClipboard::Clipboard); });
+        add("Delete", QKeySequence::Delete, hasSelectedText(), &QLineEdit::del);
+        menu->addSeparator();
+        add("Select All", QKeySequence::SelectAll, !text().isEmpty(), &QLineEdit::selectAll);
+        ShowThemedMenu(menu, *this, event->globalPos());
     }
 
  private:
-    bool Refused(const QString& typed) const {
-        return DigitsOnly &&
-               std::ranges::any_of(typed, [](QChar c) { return c.isPrint() && (c < '0' || c > '9'); });
+    void Paste(QClipboard::Mode mode) {
+        const QMimeData* source = QGuiApplication::clipboard()->mimeData(mode);
+        const QString text = source != nullptr ? PastedText(*source, kMostInLine) : QString();
+        if (!text.isEmpty()) insert(Fitting(text));
+    }
+    QString Typed(const QString& text) const {
+        const auto isDigit = [](QChar c) { return c >= '0' && c <= '9'; };
+        return DigitsOnly && !std::ranges::all_of(text, isDigit) ? QString() : Fitting(text);
+    }
+    // What goes in of a text that the user enters: one line, within the limit. A text that the program made
+    // longer may be edited, but not grow.
+    QString Fitting(QString entered) const {
+        entered.replace(QRegularExpression("[\r\n\u2028\u2029]"), " ");
+        qsizetype room = std::max(limit_, text().size()) - text().size() + selectedText().size();
+        if (room > 0 && room < entered.size() && entered[room].isLowSurrogate()) --room;
+        return entered.left(room);
     }
 
-    LineLimit* limit_ = nullptr;
+    const qsizetype limit_;
 };
-
-qsizetype LongestWord(const QString& text) {
-    qsizetype longest = 0;
-    qsizetype length = 0;
-    for (const QChar c : text) longest = std::max(longest, length = c.isSpace() ? 0 : length + 1);
-    return longest;
-}
 
 // A text of several lines keeps LF inside and gives CR LF away.
 class TextArea : public QPlainTextEdit {
@@ -121,21 +134,33 @@ class TextArea : public QPlainTextEdit {
 
     // A word of many lines breaks anywhere, but the toolkit finds that out by measuring all the rest of it
     // for each line. It is spared this while there may be such a word, if only as what an undo brings back.
-    void WrapFor(qsizetype longestWord) {
-        constexpr qsizetype kLongWord = 5000;
-        setWordWrapMode(longestWord > kLongWord ? QTextOption::WrapAnywhere
-                                                : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    void WrapFor(qsizetype length) {
+        constexpr qsizetype kLong = 16 * 1024;
+        setWordWrapMode(length > kLong ? QTextOption::WrapAnywhere
+                                       : QTextOption::WrapAtWordBoundaryOrAnywhere);
     }
 
  protected:
+    // One who has something to paste or drop is not asked before that.
+    bool canInsertFromMimeData(const QMimeData* source) const override {
+        return source == QGuiApplication::clipboard()->mimeData() || source->hasText();
+    }
     void insertFromMimeData(const QMimeData* source) override {
-        if (wordWrapMode() != QTextOption::WrapAnywhere)
-            WrapFor(LongestWord(Text()) + LongestWord(source->text()));
-        QPlainTextEdit::insertFromMimeData(source);
+        const qsizetype has = Text().toUtf8().size() - textCursor().selectedText().toUtf8().size();
+        QString text = PastedText(*source, std::max<qsizetype>(0, kMostInArea - has));
+        text.replace(QRegularExpression("\r\n?|\u2029"), "\n");
+        text = text.section('\n', 0, std::max(0, kMostLines - blockCount()));
+        if (text.isEmpty()) return;
+        if (wordWrapMode() != QTextOption::WrapAnywhere) WrapFor(has + text.size());
+        insertPlainText(text);
+        ensureCursorVisible();
     }
     QMimeData* createMimeDataFromSelection() const override {
         auto* data = new QMimeData;
-        data->setText(textCursor().selection().toPlainText().replace('\n', "\r\n"));
+        data->setText(textCursor()
+                          .selectedText()
+                          .replace(QChar::ParagraphSeparator, "\r\n")
+                          .replace(QChar::LineSeparator, "\r\n"));
         return data;
     }
     void contextMenuEvent(QContextMenuEvent* event) override {
@@ -144,6 +169,7 @@ class TextArea : public QPlainTextEdit {
 };
 
 QWidget* MakeWidget(QWidget* parent, const TextBox::Style& style) {
+    WatchDrops();
     QWidget* widget =
         style.MultiLine ? static_cast<QWidget*>(new TextArea(parent, style)) : new LineBox(parent, style);
     widget->setFocusPolicy(style.TabStop ? Qt::StrongFocus : Qt::ClickFocus);
@@ -158,10 +184,8 @@ TextBox::TextBox(Form& form, std::string_view name, const Rect& place, const Sty
     const auto changed = [this] {
         if (Change) Change();
     };
-    Toolkit().Widget->installEventFilter(&PasteGuard::Instance());
     if (auto* area = qobject_cast<QPlainTextEdit*>(Toolkit().Widget)) {
         Toolkit().WatchViewport(area->viewport());
-        area->viewport()->installEventFilter(&PasteGuard::Instance());
         QObject::connect(area, &QPlainTextEdit::textChanged, &Toolkit(), changed);
     } else {
         QObject::connect(static_cast<QLineEdit*>(Toolkit().Widget), &QLineEdit::textChanged, &Toolkit(),
@@ -182,15 +206,16 @@ void TextBox::SetText(std::string_view text) {
         auto& area = static_cast<TextArea&>(*Toolkit().Widget);
         area.document()->clearUndoRedoStacks();
         if (area.Text() != wanted) {
-            area.WrapFor(std::max(LongestWord(area.Text()), LongestWord(wanted)));
+            area.WrapFor(std::max(area.Text().size(), wanted.size()));
             area.setPlainText(wanted);
-            area.WrapFor(LongestWord(wanted));
+            area.WrapFor(wanted.size());
         }
         return;
     }
     auto& box = static_cast<LineBox&>(*Toolkit().Widget);
     const QSignalBlocker silence(box.text() == wanted ? &box : nullptr);
-    box.SetText(wanted);
+    box.setText(wanted);
+    box.setCursorPosition(0);
 }
 
 void TextBox::SetDigitsOnly() {
