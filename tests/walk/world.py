@@ -155,6 +155,9 @@ def paste(*how, selection="clipboard"):
                 number.click()
                 press("ctrl+a", "ctrl+v")
                 expect("what was pasted", lambda: number.text, "5")
+                subprocess.run(["xclip", "-in", "-selection", selection], input=b"7" * 5_000_000)  # in pieces
+                press("ctrl+a", "ctrl+v")
+                expect("what was pasted of much", lambda: number.text, "777")
         return f"the program goes on after {took:.1f} s, {session.leave()}"
     return fault
 
@@ -270,7 +273,7 @@ FAULTS = {
     "the disk is full": disk(full=True),
     "the disk is read-only": disk(full=False),
     "the clipboard's owner hangs, a paste": paste("key", "ctrl+v"),
-    "the clipboard's owner hangs, a menu": paste("click", 3),
+    "the clipboard's owner hangs, a menu": paste("click", 3, "key", "p"),
     "the selection's owner hangs, a click": paste("click", 2, selection="primary"),
 }
 
