@@ -117,8 +117,6 @@ class CheckBox : public Control {
     CheckBox(Form& form, std::string_view name, const Rect& place, std::string_view caption);
 
     bool Checked() const;
-    // Fires Click if it changes the state.
-    void SetChecked(bool checked);
 };
 
 // The desktop's own push button.
@@ -137,7 +135,6 @@ class Shape {
 
     // In pixels.
     void SetHeight(int height);
-    int Height() const;
 
  private:
     struct Native;

@@ -104,7 +104,6 @@ class AccessibleList : public QAccessibleWidget {
         if (!actionNames().contains(action)) return QAccessibleWidget::doAction(action);
         if (List().isEnabled()) List().showPopup();
     }
-    QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
  private:
     QComboBox& List() const { return static_cast<QComboBox&>(*widget()); }

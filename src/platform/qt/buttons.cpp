@@ -22,8 +22,7 @@ void TakeCaption(QAbstractButton& button, Control::Native& control, std::string_
     button.setText(ToQString(caption));
     button.setShortcut({});
     control.SetAccessKey(ParseCaption(button.text()), [&button, &control] {
-        control.Parent->FocusTo(&button);
-        if (button.hasFocus()) button.click();
+        if (control.Parent->FocusTo(&button)) button.click();
     });
 }
 
@@ -40,8 +39,6 @@ CheckBox::CheckBox(Form& form, std::string_view name, const Rect& place, std::st
 }
 
 bool CheckBox::Checked() const { return static_cast<CheckWidget*>(Toolkit().Widget)->isChecked(); }
-
-void CheckBox::SetChecked(bool checked) { static_cast<CheckWidget*>(Toolkit().Widget)->setChecked(checked); }
 
 PushButton::PushButton(Form& form, std::string_view name, const Rect& place, std::string_view caption)
     : Control(std::make_unique<Native>(form, name, place, new QPushButton(form.Toolkit().Widget),

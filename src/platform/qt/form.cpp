@@ -1,69 +1,11 @@
 #include "platform/form.h"
 
-#include <QApplication>
-#include <QCloseEvent>
-#include <QCursor>
-#include <QGuiApplication>
 #include <QIcon>
-#include <QMouseEvent>
-#include <QScreen>
-#include <QWindow>
-#include <algorithm>
-#include <cmath>
-#include <optional>
-#include <ranges>
-#include <utility>
-#include <vector>
 
-#include "platform/qt/label.h"
 #include "platform/qt/toolkit.h"
 
 namespace platform {
 namespace {
-
-constexpr int kWidestFrame = 50;               // pixels that a window manager may put round a window
-constexpr QMargins kUsualFrame(5, 5, 15, 45);  // with some room, since it is not known before it is there
-
-const QScreen* PointersScreen() {
-    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-    return screen != nullptr ? screen : QGuiApplication::primaryScreen();
-}
-
-// Where on the pointer's screen a window of that size covers none of the program's, as near as can be to the
-// one that the user is in.
-std::optional<QPoint> FreePlace(const QSize& size) {
-    const QScreen* screen = PointersScreen();
-    if (screen == nullptr) return std::nullopt;
-    const QRect area = screen->availableGeometry();
-    // At an edge of the screen or of another window.
-    std::vector<int> lefts{area.left()}, tops{area.top()};
-    std::vector<QRect> taken;
-    for (const QWidget* window : QApplication::topLevelWidgets()) {
-        if (!window->isVisible() || window->isMinimized()) continue;
-        const QRect place = taken.emplace_back(window->frameGeometry());
-        lefts.insert(lefts.end(), {place.left(), place.right() + 1, place.left() - size.width()});
-        tops.insert(tops.end(), {place.top(), place.bottom() + 1, place.top() - size.height()});
-    }
-    const QWidget* active = QApplication::activeWindow();
-    const QPoint aim = (active != nullptr ? active->frameGeometry() : area).center();
-    std::optional<QPoint> nearest;
-    int distance = 0;
-    for (const int left : lefts) {
-        for (const int top : tops) {
-            const QRect place({left, top}, size);
-            const auto meets = [&](const QRect& other) { return place.intersects(other); };
-            const int from = (place.center() - aim).manhattanLength();
-            if ((nearest && from >= distance) || !area.contains(place) || std::ranges::any_of(taken, meets))
-                continue;
-            nearest = place.topLeft();
-            distance = from;
-        }
-    }
-    return nearest;
-}
-
-float ToTwips(int pixels) { return static_cast<float>(pixels) * kTwipsPerPixel; }
-int ToPixels(float twips) { return static_cast<int>(std::lround(twips / kTwipsPerPixel)); }
 
 Qt::WindowFlags FlagsOf(FormFrame frame) {
     if (frame == FormFrame::None) return Qt::Window | Qt::FramelessWindowHint;
@@ -71,220 +13,27 @@ Qt::WindowFlags FlagsOf(FormFrame frame) {
            Qt::WindowCloseButtonHint;
 }
 
-bool TakesFocus(const Control::Native& control) { return control.Widget->focusPolicy() != Qt::NoFocus; }
-
-// The label whose access key leads to the next control that is made and takes the focus, if there is one.
-const LabelWidget* LabelAhead(const std::vector<Control::Native*>& controls) {
-    for (const Control::Native* control : std::views::reverse(controls)) {
-        if (TakesFocus(*control)) break;
-        const auto* label = dynamic_cast<const LabelWidget*>(control->Widget);
-        if (label != nullptr && label->Parsed().KeyIndex >= 0) return label;
-    }
-    return nullptr;
-}
-
 }  // namespace
 
-FormWidget::FormWidget(Form& form, FormFrame frame) : QWidget(nullptr, FlagsOf(frame)), form_(&form) {
-    setMouseTracking(true);
-}
-
-void FormWidget::Enrol(Control::Native& control) {
-    // A button has a name of its own.
-    if (TakesFocus(control) && !control.Widget->inherits("QAbstractButton")) {
-        if (const LabelWidget* label = LabelAhead(controls_))
-            control.Widget->setAccessibleName(QString(label->Parsed().Text).remove(':').trimmed());
-    }
-    controls_.push_back(&control);
-}
-
-void FormWidget::Forget(Control::Native& control) {
-    std::erase(controls_, &control);
-    if (focused_ == &control) focused_ = nullptr;
-}
-
-Control::Native* FormWidget::Find(const QWidget* widget) const {
-    const auto found = std::ranges::find(controls_, widget, &Control::Native::Widget);
-    return found == controls_.end() ? nullptr : *found;
-}
-
-void FormWidget::FocusBehind(const QWidget* label) {
-    const auto start = std::ranges::find(controls_, label, &Control::Native::Widget);
-    const auto next = std::find_if(start, controls_.end(),
-                                   [](const Control::Native* control) { return TakesFocus(*control); });
-    if (next != controls_.end()) FocusTo((*next)->Widget);
-}
-
-void FormWidget::FocusTo(QWidget* widget) {
-    if (MayLeaveTo(widget)) widget->setFocus(Qt::ShortcutFocusReason);
-}
-
-bool FormWidget::MayLeaveTo(const QWidget* next) const {
-    const Control::Native* current = Find(focusWidget());
-    if (current == nullptr || current->Widget == next || !current->Owner->Validate) return true;
-    return current->Owner->Validate();
-}
-
-// The one that had the focus keeps it in its own eyes while a list is open or the desktop turns to another
-// window. Where assistive technology moves the focus, and where the toolkit does so in a hidden window,
-// nobody has asked that one yet.
-void FormWidget::FocusCame(Control::Native& control) {
-    Control::Native* left = std::exchange(focused_, &control);
-    if (left == nullptr || left == &control) return;
-    if (left->Owner->Validate && !left->Owner->Validate()) {
-        focused_ = left;
-        left->Widget->setFocus();
-    } else if (left->Owner->LostFocus) {
-        left->Owner->LostFocus();
-    }
-}
-
-bool FormWidget::focusNextPrevChild(bool next) {
-    return !MayLeaveTo(nullptr) || QWidget::focusNextPrevChild(next);
-}
-
-// The toolkit gives the focus away before a widget sees the press, so the press is looked at where it enters
-// the window.
-bool FormWidget::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != windowHandle() ||
-        (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonDblClick)) {
-        return QWidget::eventFilter(watched, event);
-    }
-    const QWidget* target = childAt(static_cast<QMouseEvent*>(event)->position().toPoint());
-    while (target != nullptr && target != this && (target->focusPolicy() & Qt::ClickFocus) == 0)
-        target = target->parentWidget();
-    return target != nullptr && target != this && !MayLeaveTo(target);
-}
-
-void FormWidget::mouseMoveEvent(QMouseEvent* event) {
-    if (form_ == nullptr || !form_->MouseMove) return;
-    form_->MouseMove(static_cast<float>(event->position().x()), static_cast<float>(event->position().y()));
-}
-
-void FormWidget::MoveTo(float left, float top) {
-    left_ = left;
-    top_ = top;
-    const QPoint position(ToPixels(left), ToPixels(top));
-    if (position == pos()) return;
-    requested_.push_back({position, std::chrono::steady_clock::now()});
-    placing_ = true;
-    move(position);
-    placing_ = false;
-}
-
-void FormWidget::Centre() {
-    const QScreen* screen = PointersScreen();
-    if (screen == nullptr) return;
-    const QRect area = screen->geometry();
-    const int left = area.x() + (area.width() - width()) / 2;
-    const int top = area.y() + (area.height() - height()) / 2;
-    MoveTo(ToTwips(left), ToTwips(top));
-}
-
-// A display server answers each move later, so a report of a position asked for some moves ago is no news.
-void FormWidget::moveEvent(QMoveEvent* event) {
-    if (placing_) return;
-    constexpr auto kLatest = std::chrono::seconds(2);
-    const auto now = std::chrono::steady_clock::now();
-    while (!requested_.empty() && now - requested_.front().At > kLatest) requested_.pop_front();
-    const auto own = std::ranges::find(requested_, event->pos(), &Request::Position);
-    if (own != requested_.end()) {
-        requested_.erase(requested_.begin(), own + 1);
-        return;
-    }
-    if (event->pos() == QPoint(ToPixels(left_), ToPixels(top_))) return;
-    // A tiling window manager puts a new window off by the frame that it takes away again.
-    const QPoint off = event->pos() - QPoint(ToPixels(left_), ToPixels(top_));
-    const bool byFrame = QRect(0, 0, kWidestFrame, kWidestFrame).contains(off);
-    if (now < std::exchange(settledAt_, {}) && byFrame) return MoveTo(left_, top_);
-    left_ = ToTwips(event->pos().x());
-    top_ = ToTwips(event->pos().y());
-}
-
-// From then on a move is the user's.
-void FormWidget::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::ActivationChange) settledAt_ = {};
-    QWidget::changeEvent(event);
-}
-
-// What a press or a menu began ends with the window.
-void FormWidget::hideEvent(QHideEvent* event) {
-    for (Control::Native* control : std::vector(controls_)) control->ReleasePress();
-    QWidget* popup = QApplication::activePopupWidget();
-    if (popup != nullptr && popup->parentWidget() != nullptr && popup->parentWidget()->window() == this)
-        popup->close();
-    QWidget::hideEvent(event);
-}
-
-void FormWidget::closeEvent(QCloseEvent* event) {
-    event->ignore();
-    if (form_ != nullptr) form_->CloseFromOutside();
-}
-
-void FormWidget::ComeBack() {
-    const QRect place({ToPixels(left_), ToPixels(top_)}, size());
-    move(place.topLeft());
-    // Without a place that the program asks for, if only for the one that it has, the window manager would
-    // place the window as if it were new.
-    windowHandle()->setPosition(windowHandle()->position());
-    // The screen that it stood on may have gone meanwhile.
-    const auto shows = [&](const QScreen* screen) { return screen->geometry().intersects(place); };
-    if (std::ranges::none_of(QGuiApplication::screens(), shows)) Centre();
-}
-
-void FormWidget::ShowAgain() {
-    if (!isVisible()) {
-        if (shownBefore_) {
-            ComeBack();
-        } else if (!testAttribute(Qt::WA_Moved)) {
-            const bool frameless = windowFlags().testFlag(Qt::FramelessWindowHint);
-            const QMargins frame = frameless ? QMargins() : kUsualFrame;
-            if (const auto place = FreePlace(size().grownBy(frame)))
-                MoveTo(ToTwips(place->x() + frame.left()), ToTwips(place->y() + frame.top()));
-        }
-        if (testAttribute(Qt::WA_Moved))
-            settledAt_ = std::chrono::steady_clock::now() + std::chrono::seconds(1);
-        if (focusWidget() == nullptr) QWidget::focusNextPrevChild(true);
-    }
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    if (!shownBefore_) windowHandle()->installEventFilter(this);
-    shownBefore_ = true;
-    raise();
-    activateWindow();
-}
-
 Form::Form(std::string_view name, std::string_view caption, int width, int height, FormFrame frame)
-    : native_(std::make_unique<Native>()) {
-    native_->Widget = new FormWidget(*this, frame);
+    : native_(new Native{new FormWidget(*this, FlagsOf(frame))}) {
     native_->Widget->setObjectName(ToQString(name));
     native_->Widget->setWindowTitle(ToQString(caption));
-    native_->Widget->setFixedSize(width, height);
-    native_->Height = ToTwips(height);
+    native_->Widget->setFixedWidth(width);
+    native_->Widget->SetHeight(static_cast<float>(height) * kTwipsPerPixel);
 }
 
-// The widget may be in the middle of an event of its own.
-Form::~Form() {
-    native_->Widget->Orphan();
-    native_->Widget->hide();
-    native_->Widget->deleteLater();
-}
+Form::~Form() { native_->Widget->Orphan(); }
 
 void Form::Show() { native_->Widget->ShowAgain(); }
 void Form::Hide() { native_->Widget->hide(); }
 bool Form::Visible() const { return native_->Widget->isVisible(); }
 
-void Form::StayOnTop() {
-    const bool visible = Visible();
-    native_->Widget->setWindowFlag(Qt::WindowStaysOnTopHint);
-    if (visible) native_->Widget->show();
-}
-
+void Form::StayOnTop() { native_->Widget->setWindowFlag(Qt::WindowStaysOnTopHint); }
 void Form::Centre() { native_->Widget->Centre(); }
 
 void Form::SetIcon(std::string_view picture) {
-    QIcon icon;
-    icon.addPixmap(LoadPicture(picture, 1));
+    QIcon icon(LoadPicture(picture, 1));
     icon.addPixmap(LoadPicture(picture, 2));
     native_->Widget->setWindowIcon(icon);
 }
@@ -299,12 +48,9 @@ void Form::SetSpokenName(std::string_view name) { native_->Widget->setAccessible
 
 float Form::Left() const { return native_->Widget->Left(); }
 float Form::Top() const { return native_->Widget->Top(); }
-float Form::Height() const { return native_->Height; }
+float Form::Height() const { return native_->Widget->Height(); }
 void Form::SetLeft(float twips) { native_->Widget->MoveTo(twips, Top()); }
 void Form::SetTop(float twips) { native_->Widget->MoveTo(Left(), twips); }
-void Form::SetHeight(float twips) {
-    native_->Height = twips;
-    native_->Widget->setFixedSize(native_->Widget->width(), std::max(1, ToPixels(twips)));
-}
+void Form::SetHeight(float twips) { native_->Widget->SetHeight(twips); }
 
 }  // namespace platform

@@ -16,19 +16,13 @@ class PictureWidget : public QWidget {
 
  protected:
     void paintEvent(QPaintEvent*) override {
-        if (picture_.isNull() || density_ != devicePixelRatioF()) {
-            density_ = devicePixelRatioF();
-            picture_ = LoadPicture(name_, density_);
-        }
         QPainter painter(this);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        painter.drawPixmap(rect(), picture_);
+        painter.drawPixmap(rect(), LoadPicture(name_, devicePixelRatioF()));
     }
 
  private:
     std::string name_;
-    qreal density_ = 0;
-    QPixmap picture_;
 };
 
 // An outline of some width, centred on the edge of a place.
@@ -182,7 +176,5 @@ Shape::~Shape() = default;
 void Shape::SetHeight(int height) {
     native_->Widget->resize(native_->Widget->width(), height + 2 * native_->Widget->Outside());
 }
-
-int Shape::Height() const { return native_->Widget->height() - 2 * native_->Widget->Outside(); }
 
 }  // namespace platform

@@ -102,17 +102,16 @@ class ThemeStyle : public QProxyStyle {
     void DrawList(const QStyleOptionComplex& option, QPainter& painter) const {
         const bool active = (option.state & State_HasFocus) != 0;
         painter.fillRect(option.rect, option.palette.base());
-        DrawOutline(painter, option.rect, option.palette.color(active ? QPalette::Text : QPalette::Mid));
         const QRect arrow = subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, nullptr);
-        DrawOutline(painter, {arrow.left() - 1, arrow.top() + 1, 1, arrow.height() - 2},
-                    option.palette.color(QPalette::Mid));
+        DrawOutline(painter, arrow.adjusted(-1, 0, 1, 0), option.palette.color(QPalette::Mid));
+        DrawOutline(painter, option.rect, option.palette.color(active ? QPalette::Text : QPalette::Mid));
         DrawArrow(arrow, option.palette.color(QPalette::Text), true, painter);
     }
 
     void DrawScrollBar(const QStyleOptionSlider& bar, QPainter& painter) const {
         painter.fillRect(bar.rect, bar.palette.base());
-        DrawOutline(painter, {bar.rect.left(), bar.rect.top(), 1, bar.rect.height()},
-                    bar.palette.color(QPalette::Mid));
+        // Of its outline only the left side is to be seen.
+        DrawOutline(painter, bar.rect.adjusted(0, -1, 1, 1), bar.palette.color(QPalette::Mid));
         const bool movable = bar.maximum > bar.minimum;
         const QColor ink = bar.palette.color(movable ? QPalette::Text : QPalette::Mid);
         DrawArrow(proxy()->subControlRect(CC_ScrollBar, &bar, SC_ScrollBarSubLine, nullptr), ink, false,

@@ -60,17 +60,14 @@ void DrawOutline(QPainter& painter, const QRect& rect, const QColor& color, int 
     const QTransform toScreen = painter.deviceTransform();
     // Rounding leaves at least this many of the screen's pixels to each.
     const int line = static_cast<int>(painter.device()->devicePixelRatioF());
-    QRectF edge = toScreen.mapRect(QRectF(rect));
-    edge = QRectF(edge.topLeft().toPoint(), edge.bottomRight().toPoint());
-    if (rect.width() == 1) edge.setWidth(line);
-    if (rect.height() == 1) edge.setHeight(line);
+    const QRectF edge = toScreen.mapRect(QRectF(rect));
     const int out = line * outside;
-    const QRectF outer = edge.adjusted(-out, -out, out, out);
-    const qreal width = std::min<qreal>(line + out, outer.width());
-    const qreal height = std::min<qreal>(line + out, outer.height());
+    const QRectF outer =
+        QRectF(edge.topLeft().toPoint(), edge.bottomRight().toPoint()).adjusted(-out, -out, out, out);
+    const int width = line + out;
     const QTransform back = toScreen.inverted();
-    for (const QRectF& side : {QRectF(outer.left(), outer.top(), outer.width(), height),
-                               QRectF(outer.left(), outer.bottom() - height, outer.width(), height),
+    for (const QRectF& side : {QRectF(outer.left(), outer.top(), outer.width(), width),
+                               QRectF(outer.left(), outer.bottom() - width, outer.width(), width),
                                QRectF(outer.left(), outer.top(), width, outer.height()),
                                QRectF(outer.right() - width, outer.top(), width, outer.height())})
         painter.fillRect(back.mapRect(side), color);
@@ -81,10 +78,6 @@ QPixmap LoadPicture(std::string_view name, qreal density) {
     QPixmap picture(density > 1 ? base + "@2x.png" : base + ".png");
     if (density > 1) picture.setDevicePixelRatio(2);
     return picture;
-}
-
-QKeySequence ParsedCaption::Shortcut() const {
-    return KeyIndex < 0 ? QKeySequence() : QKeySequence("Alt+" + Text.mid(KeyIndex, 1).toUpper());
 }
 
 ParsedCaption ParseCaption(const QString& caption) {
@@ -117,7 +110,7 @@ bool Control::Native::eventFilter(QObject*, QEvent* event) {
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
         case QEvent::MouseButtonRelease: return HandlePointer(event);
-        case QEvent::FocusIn: Parent->FocusCame(*this); return false;
+        case QEvent::FocusIn: return !Parent->FocusCame(*this);
         case QEvent::KeyPress: return IsAltCharacter(*static_cast<QKeyEvent*>(event));
         default: return false;
     }
@@ -152,13 +145,11 @@ void Control::Native::ReleasePress() {
 }
 
 void Control::Native::SetAccessKey(const ParsedCaption& caption, const std::function<void()>& activated) {
-    const QKeySequence key = caption.Shortcut();
-    if (shortcut_ != nullptr && shortcut_->key() == key) return;
-    delete shortcut_;
-    shortcut_ = nullptr;
-    if (key.isEmpty()) return;
-    shortcut_ = new QShortcut(key, Widget);
+    delete std::exchange(shortcut_, nullptr);
+    if (caption.KeyIndex < 0) return;
+    shortcut_ = new QShortcut("Alt+" + caption.Text.mid(caption.KeyIndex, 1).toUpper(), Widget);
     connect(shortcut_, &QShortcut::activated, this, activated);
+    // Of several with the same key each has its turn.
     connect(shortcut_, &QShortcut::activatedAmbiguously, this, activated);
 }
 
