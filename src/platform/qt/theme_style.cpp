@@ -70,8 +70,6 @@ class ThemeStyle : public QProxyStyle {
             case SH_EtchDisabledText:
             case SH_ComboBox_Popup: return 0;
             case SH_ComboBox_PopupFrameStyle: return QFrame::Box | QFrame::Plain;
-            case SH_ComboBox_ListMouseTracking: return 1;
-            case SH_ScrollView_FrameOnlyAroundContents: return 0;
             default: return QProxyStyle::styleHint(hint, option, widget, data);
         }
     }
@@ -79,8 +77,6 @@ class ThemeStyle : public QProxyStyle {
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
         switch (metric) {
             case PM_ScrollBarExtent: return 13;
-            case PM_ComboBoxFrameWidth:
-            case PM_DefaultFrameWidth:
             case PM_MenuPanelWidth: return 1;
             default: return QProxyStyle::pixelMetric(metric, option, widget);
         }
