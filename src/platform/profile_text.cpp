@@ -228,9 +228,6 @@ std::string ProfileText::Joined() const {
     std::size_t done = 0;
     for (const auto& [place, section] : opened_) {
         if (place > done) joined.append(text_, done, place - done);
-        // A new section begins a line.
-        const bool isNew = place == text_.size();
-        if (isNew && !joined.empty() && !IsLineBreak(joined.back())) joined += lineEnd_;
         joined += section.Text;
         done = section.End;
     }
@@ -257,8 +254,13 @@ bool ProfileText::SetValue(std::string_view section, std::string_view key,
     auto found = Find(sectionName);
     if (found == opened_.end()) {
         if (!value) return true;
+        const auto last = opened_.empty() ? opened_.end() : std::prev(opened_.end());
+        const bool isOpen = last != opened_.end() && last->second.End == text_.size();
+        // It begins a line.
+        std::string& before = isOpen ? last->second.Text : text_;
+        if (!before.empty() && !IsLineBreak(before.back())) before += lineEnd_;
         const std::size_t end = text_.size();
-        const std::size_t order = opened_.empty() ? 0 : std::prev(opened_.end())->second.Order + 1;
+        const std::size_t order = isOpen ? last->second.Order + 1 : 0;
         found = opened_.emplace(end, Section{"[" + sectionName + "]" + lineEnd_, end, order, {}});
         added_.emplace(Folded(sectionName), found);
         last_ = found;
