@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -14,11 +14,7 @@ class FolderTest : public testing::Test {
  protected:
     using Path = std::filesystem::path;
 
-    FolderTest() {
-        std::string name = (std::filesystem::temp_directory_path() / "profile-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) std::abort();
-        Folder = name;
-    }
+    FolderTest() { std::filesystem::create_directory(Folder); }
     ~FolderTest() override { std::filesystem::remove_all(Folder); }
 
     static std::string BytesOf(const Path& file) {
@@ -30,9 +26,8 @@ class FolderTest : public testing::Test {
         std::ofstream(file, std::ios::binary) << bytes;
     }
     static auto CountIn(const Path& folder) {
-        return std::distance(std::filesystem::directory_iterator(folder),
-                             std::filesystem::directory_iterator());
+        return std::distance(std::filesystem::directory_iterator(folder), {});
     }
 
-    Path Folder;
+    const Path Folder = std::filesystem::temp_directory_path() / std::to_string(std::random_device()());
 };
