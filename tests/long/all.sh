@@ -1,6 +1,6 @@
 #!/bin/bash
-# The checks that take their time, one after the other, or those that are named. Each tells in a line whether it holds
-# and what it shows; what it printed, and its pictures, lie in build/long.
+# The checks that take their time, one after the other, or those that are named. Each tells in a line whether it
+# holds and what it shows; what it printed, and its pictures, lie in build/long.
 set -uo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 source tools/packages.sh

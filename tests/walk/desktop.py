@@ -3,6 +3,7 @@ assistive technology, and a user at its pointer, keyboard and clipboard."""
 
 import contextlib
 import ctypes
+import functools
 import os
 import pathlib
 import shutil
@@ -11,6 +12,7 @@ import subprocess
 import sys
 import tempfile
 import time
+from unittest import mock
 
 PATIENCE = 10  # seconds until what should happen at once counts as not happening
 DENSITY = float(os.environ.get("QT_SCALE_FACTOR") or 1)  # pixels of the screen in one of the program's
@@ -23,6 +25,7 @@ MANAGERS = {
     "xfwm4": ("sh", "-c", "xfsettingsd --replace --no-daemon & exec xfwm4 --compositor=on"),
     "mutter": ("mutter", "--x11"),
 }
+SURROUNDINGS = {"LC_ALL": "C.UTF-8", "SDL_AUDIODRIVER": "dummy", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 
 
 class Failure(Exception):
@@ -72,42 +75,24 @@ def start_server(log, *words):
     return address, server
 
 
-def children():
-    for stat in pathlib.Path("/proc").glob("[0-9]*/stat"):
-        with contextlib.suppress(OSError):
-            if int(stat.read_text().rpartition(")")[2].split()[1]) == os.getpid():
-                yield int(stat.parent.name)
-
-
 def end_children():
     # The orphans of a child become children, so nothing is left when there are none. Servers get the time to
     # take their files away.
     patience = time.monotonic() + 2
     asked = set()
-    while found := set(children()):
+    while found := {int(child) for task in pathlib.Path("/proc/self/task").iterdir()
+                    for child in (task / "children").read_text().split()}:
         late = time.monotonic() > patience
         for child in found if late else found - asked:
-            with contextlib.suppress(ProcessLookupError):
-                os.kill(child, signal.SIGKILL if late else signal.SIGTERM)
+            os.kill(child, signal.SIGKILL if late else signal.SIGTERM)
         asked |= found
-        with contextlib.suppress(ChildProcessError):
-            while os.waitpid(-1, os.WNOHANG)[0]:
-                pass
+        while any(found) and os.waitpid(-1, os.WNOHANG)[0]:
+            found.pop()
         time.sleep(0.01)
 
 
-@contextlib.contextmanager
-def surroundings(**values):
-    """Variables of the environment for what is started inside; None takes one away."""
-    before = dict(os.environ)
-    for name in values:
-        os.environ.pop(name, None)
-    os.environ.update({name: str(value) for name, value in values.items() if value is not None})
-    try:
-        yield
-    finally:
-        os.environ.clear()
-        os.environ.update(before)
+# Variables of the environment for what is started inside.
+surroundings = functools.partial(mock.patch.dict, os.environ)
 
 
 @contextlib.contextmanager
@@ -117,49 +102,49 @@ def new_home():
     for stop in signal.SIGTERM, signal.SIGHUP, signal.SIGINT:
         signal.signal(stop, lambda number, _: sys.exit(128 + number))
     prctl(PR_SET_CHILD_SUBREAPER, 1)
-    home = pathlib.Path(tempfile.mkdtemp(prefix="orvane-desktop-"))
+    home = tempfile.mkdtemp(prefix="orvane-desktop-")
     kept = {name: value for name, value in os.environ.items()
             if name in ("PATH", "QT_SCALE_FACTOR") or name.endswith("SAN_OPTIONS")}
-    os.environ.clear()
-    os.environ.update(kept, HOME=str(home), XDG_RUNTIME_DIR=str(home), LC_ALL="C.UTF-8", SDL_AUDIODRIVER="dummy")
     try:
-        yield home
+        with surroundings({**kept, **SURROUNDINGS, "HOME": home, "XDG_RUNTIME_DIR": home}, clear=True):
+            yield pathlib.Path(home)
     finally:
         end_children()
         shutil.rmtree(home, ignore_errors=True)
 
 
 @contextlib.contextmanager
-def screen(log, manager="openbox"):
-    """A display server and a window manager, on which every program comes up that is started inside. Gives the
-    server's process."""
+def screen(home, manager="openbox"):
+    """A display server and a window manager, for every program that is started inside. Gives the server's
+    process."""
     width, height = (round(side * DENSITY) for side in SCREEN)
-    number, server = start_server(log, "Xvfb", "-displayfd", "{}", "-screen", "0", f"{width}x{height}x24", "-noreset")
-    with surroundings(DISPLAY=f":{number}"):
-        start(*MANAGERS[manager], stdout=log, stderr=log)
-        wait_for("the window manager", lambda: "window id" in output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
-        try:
+    with open(home / "screen.log", "w") as log:
+        number, server = start_server(log, "Xvfb", "-displayfd", "{}", "-noreset", "-screen", "0",
+                                      f"{width}x{height}x24")
+        with surroundings(DISPLAY=f":{number}"):
+            start(*MANAGERS[manager], stdout=log, stderr=log)
+            managed = lambda: "window id" in properties("root", "_NET_SUPPORTING_WM_CHECK")
+            wait_for("the window manager", managed)
             yield server
-        finally:
-            if server.poll() is not None:  # one that was killed leaves it
-                pathlib.Path(f"/tmp/.X11-unix/X{number}").unlink(missing_ok=True)
-                pathlib.Path(f"/tmp/.X{number}-lock").unlink(missing_ok=True)
+    if server.poll() is not None:  # one that was killed leaves these
+        for left in f".X11-unix/X{number}", f".X{number}-lock":
+            pathlib.Path("/tmp", left).unlink(missing_ok=True)
 
 
 @contextlib.contextmanager
 def desktop(manager="openbox"):
     """The whole desktop. Gives the user's home."""
-    with new_home() as home, open(home / "servers.log", "w") as log:
+    with new_home() as home, open(home / "bus.log", "w") as log:
         bus, _ = start_server(log, "dbus-daemon", "--session", "--nofork", "--print-address={}",
                               f"--address=unix:path={home}/bus")
-        with surroundings(DBUS_SESSION_BUS_ADDRESS=bus, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1"), screen(log, manager):
+        with surroundings(DBUS_SESSION_BUS_ADDRESS=bus), screen(home, manager):
             yield home
 
 
 # The user's hands and eyes.
 
-def output(*words, given=None):
-    done = subprocess.run(list(map(str, words)), input=given, capture_output=True, timeout=PATIENCE)
+def output(*words):
+    done = subprocess.run(list(map(str, words)), capture_output=True, timeout=PATIENCE)
     return done.stdout.decode(errors="replace")
 
 
