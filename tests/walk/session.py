@@ -242,6 +242,6 @@ class Session:
             raise Failure(f"the program ended with {self.process.returncode}, not {code}, and said {said!r}")
         return f"ended with {code} after {took:.0f} ms"
 
-    def leave(self, seconds=1):
+    def leave(self, seconds=3):
         self.launcher.press("Exit")
         return self.expect_end(seconds=seconds)

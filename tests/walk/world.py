@@ -92,7 +92,7 @@ def handover(path):
         roll = dice.box("Result").text.replace("\n", "\r\n")
         expect("the copied roll", clipboard, roll)
         manager.send_signal(hold)
-        session.leave(seconds=2)
+        session.leave()
         return hold or clipboard() == roll
 
     with desktop() as home:
