@@ -10,6 +10,7 @@ declare -A PACKAGES=(
     [code]="binutils clang-format clang-tidy cppcheck"
     [desktops]="i3-wm mutter xfce4-settings xfwm4"
     [looks]="fonts-freefont-ttf locales qt6ct"
+    [sounds]="csound"
     [test]="libgtest-dev strace weston x11-xserver-utils xfce4-settings xwayland"
 )
 
