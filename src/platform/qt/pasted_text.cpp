@@ -98,8 +98,8 @@ class Question {
     Atom ReadPiece(QByteArray& bytes, qsizetype most) {
         Atom type = None;
         int bits = 0;
-        unsigned long count = 0;
-        unsigned long left = 0;
+        auto count = 0UL;
+        auto left = 0UL;
         unsigned char* data = nullptr;
         XGetWindowProperty(Server(), window_, selection_, 0, most / 4 + 1, False, AnyPropertyType, &type,
                            &bits, &count, &left, &data);

@@ -35,7 +35,7 @@ struct Wave {
     Uint32 Size = 0;
 };
 
-constexpr std::uintmax_t kLargestFile = 16 * 1024 * 1024;  // six minutes at 22 kHz; all of it is loaded
+constexpr std::uintmax_t kLargestFile{16 << 20};  // six minutes at 22 kHz; all of it is loaded
 
 std::optional<Wave> LoadWave(const std::vector<std::string>& places) {
     for (const std::string& place : places) {

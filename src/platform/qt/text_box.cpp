@@ -44,11 +44,11 @@ class LineBox : public QLineEdit {
     void keyPressEvent(QKeyEvent* event) override {
         if (event->matches(QKeySequence::Paste)) {
             const bool selection =
-                event->key() == Qt::Key_Insert && (event->modifiers() & Qt::ControlModifier);
+                event->key() == Qt::Key_Insert && event->modifiers().testFlag(Qt::ControlModifier);
             return Paste(selection ? QClipboard::Selection : QClipboard::Clipboard);
         }
         const QString typed = event->text();
-        const bool command = (event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier)) ||
+        const bool command = event->modifiers().testAnyFlags(Qt::ControlModifier | Qt::MetaModifier) ||
                              typed < QString(' ') || typed == "\x7F";
         if (command || Typed(typed) == typed) QLineEdit::keyPressEvent(event);
     }
@@ -135,7 +135,7 @@ class TextArea : public QPlainTextEdit {
     // A word of many lines breaks anywhere, but the toolkit finds that out by measuring all the rest of it
     // for each line. It is spared this while there may be such a word, if only as what an undo brings back.
     void WrapFor(qsizetype length) {
-        constexpr qsizetype kLong = 16 * 1024;
+        constexpr int kLong = 16 * 1024;
         setWordWrapMode(length > kLong ? QTextOption::WrapAnywhere
                                        : QTextOption::WrapAtWordBoundaryOrAnywhere);
     }
