@@ -2,7 +2,7 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QKeyEvent>
-#include <QListView>
+#include <QPointer>
 #include <QProxyStyle>
 #include <QWheelEvent>
 
@@ -82,11 +82,12 @@ DropDownList::DropDownList(Form& form, std::string_view name, const Rect& place)
     : Control(std::make_unique<Native>(form, name, place, new ListWidget(form.Toolkit().Widget),
                                        Native::Pointer::Toolkit)) {
     auto& list = static_cast<ListWidget&>(*Toolkit().Widget);
-    list.OnKey = [this] {
-        if (KeyPress) KeyPress();
+    // The widget may be there a little longer than the control.
+    list.OnKey = [this, there = QPointer(&Toolkit())] {
+        if (there && KeyPress) KeyPress();
     };
-    list.OnOpen = [this] {
-        if (DropDown) DropDown();
+    list.OnOpen = [this, there = QPointer(&Toolkit())] {
+        if (there && DropDown) DropDown();
     };
     QObject::connect(&list, &QComboBox::currentIndexChanged, &Toolkit(), [&list] {
         if (!QAccessible::isActive()) return;
