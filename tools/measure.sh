@@ -15,6 +15,6 @@ g++ -O2 -fPIC tools/measure/bare_window.cpp -o build/measure/bare_window $(pkg-c
 
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
-HOME=$home XDG_DATA_HOME= SDL_AUDIODRIVER=dummy xvfb-run -a -s "-screen 0 1280x1024x24" \
+HOME=$home XDG_DATA_HOME= SDL_AUDIODRIVER=dummy xvfb-run -a -s "-screen 0 1280x1024x24 -noreset" \
     /usr/bin/python3 -B tools/measure/figures.py \
     build/release/program/orvane-utilities build/measure/bare_window build/release/core_benchmarks "${1-15}"
