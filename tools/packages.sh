@@ -1,9 +1,9 @@
-# What comes from Debian 12, by purpose. To be sourced by a bash script.
+# What comes from Debian (12 or 13), by purpose. To be sourced by a bash script.
 
 declare -A PACKAGES=(
     [build]="cmake g++ libsdl2-dev libx11-dev libxcb1-dev ninja-build qt6-base-dev"
     [package]="appstream desktop-file-utils dpkg-dev file lintian man-db"
-    [clean]="debian-archive-keyring debootstrap"
+    [release]="debian-archive-keyring debootstrap git"
     [start]="fonts-dejavu-core fonts-liberation qt6-wayland xdotool"
     [tour]="at-spi2-core dbus-daemon gir1.2-atspi-2.0 imagemagick openbox python3 python3-gi x11-utils xclip xdotool xvfb"
     [measure]="libbenchmark-dev pkg-config python3-xlib xauth xvfb"

@@ -11,9 +11,11 @@ names=() purposes=() shows=() commands=()
 check() { # NAME "PURPOSE OF PACKAGES..." WHAT IT SHOWS: COMMAND
     names+=("$1") purposes+=("$2") shows+=("$3") commands+=("$4")
 }
-check code "code" "the code is laid out and reads clean, the released program is hardened" tools/check/code.sh
-check package "package" "the package and the archive are whole, and the same when packed again" tools/check/package.sh
-check clean "package clean" "the package installs, runs and goes away in a minimal system" tools/check/clean_install.sh
+check code "" "the code is laid out and reads clean" tests/long/code.sh
+check package "" "the package and the archive are whole, and the same when packed again" tests/long/package.sh
+for release in bookworm trixie; do
+    check "$release" "" "in a minimal Debian of that name ./run, ./test and the package hold" "tests/long/release.sh $release"
+done
 for manager in i3 xfwm4 mutter; do
     check "$manager" "desktops" "the walk through every tool holds under the window manager $manager" \
         "$walk walk $out/$manager $manager"
