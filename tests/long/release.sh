@@ -12,7 +12,7 @@ source tools/packages.sh
 if [[ -z $work ]]; then
     need release
     work=$(mktemp -d /var/tmp/orvane-release-XXXXXX)
-    trap 'kill $! && sleep 1; rm -rf --one-file-system "$work"' EXIT
+    trap 'kill -KILL $! && sleep 1; rm -rf --one-file-system "$work"' EXIT
     trap 'exit 130' INT TERM HUP
     # What is mounted and started in there ends with it.
     unshare --mount --pid --fork --kill-child "$0" "$release" "$work" &
@@ -29,7 +29,7 @@ within() { # SYSTEM COMMAND...: runs it there, with nothing of this machine's en
 step() { # WHAT COMMAND...: tells how long the command took and the last line it printed; no error output may come
     local start=$SECONDS
     "${@:2}" >"$work/printed" 2>"$work/errors" || { cat "$work/printed" "$work/errors"; fail "$1"; }
-    printf '%-28s %4d s  %s\n' "$1" $((SECONDS - start)) "$(tail -n 1 "$work/printed")"
+    printf '%-30s %5d s  %s\n' "$1" $((SECONDS - start)) "$(tail -n 1 "$work/printed")"
     [[ ! -s $work/errors ]] || fail "$1 wrote: $(<"$work/errors")"
 }
 
@@ -47,7 +47,8 @@ make_systems() {
     mount --bind "$work/user" "$work/builder/user"
     for system in "$work/"{builder,user}; do
         mount -t proc proc "$system/proc"
-        mount --rbind /dev "$system/dev"
+        mount -t devpts devpts "$system/dev/pts"
+        mount -t tmpfs tmpfs "$system/dev/shm"
     done
     mount --bind "$work/builder/tmp" "$work/user/tmp" # the desktop is the builder's
     mkdir "$work/builder/orvane"

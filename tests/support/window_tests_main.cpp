@@ -7,6 +7,7 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
+    if (GTEST_FLAG_GET(list_tests)) return RUN_ALL_TESTS();  // needs no toolkit, which may have a word to say
     // The last is how a desktop asks for a layout from right to left, which these windows do not have.
     char offscreen[] = "-platform", plugin[] = "offscreen", reverse[] = "-reverse";
     char* arguments[] = {argv[0], offscreen, plugin, reverse, nullptr};
