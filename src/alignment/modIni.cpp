@@ -8,7 +8,7 @@ namespace orvane {
 
 using State = platform::ProfileState;
 
-IniFile::IniFile(const std::filesystem::path& File) : file_(File), text_(Load()) {}
+IniFile::IniFile(std::filesystem::path File) : file_(std::move(File)), text_(Load()) {}
 
 std::string IniFile::Load() {
     platform::ProfileFile read = platform::ReadProfileFile(file_);

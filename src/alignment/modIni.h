@@ -18,7 +18,7 @@ namespace orvane {
 // A profile file as it was when the object was made, with what was written to the object since.
 class IniFile {
  public:
-    explicit IniFile(const std::filesystem::path& File);
+    explicit IniFile(std::filesystem::path File);
 
     // What there was to read.
     platform::ProfileState State() const { return state_; }

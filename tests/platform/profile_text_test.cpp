@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
+
+#include "platform/text.h"
 
 namespace platform {
 namespace {
@@ -76,6 +79,37 @@ TEST(ProfileTextTest, RefusesNamesThatNoLineHolds) {
     for (const char* section : {"a]b", "a\nb"}) EXPECT_FALSE(text.SetValue(section, "k", "x")) << section;
     EXPECT_EQ(text.Bytes(), "[]\r\nk=4");
     EXPECT_EQ(text.Value("", "k"), "4");
+}
+
+// Any bytes as a file, any names and values: one open text takes writes as the file would take them one by
+// one. Without a lone CR, which may become a part of CR LF when what is behind it goes.
+TEST(ProfileTextTest, WritesTogetherAreWritesOneByOne) {
+    const char* marks[] = {
+        "[s]\n", "[S]", "\n[t] x\n", "[", "]", "=", "k=", "\nK = ", "j=1\n", "\n",   "\r\n",
+        " ",     "\"",  ";",         "s", "k", "é", "ж",  "Ã©",     "𝄞",     "\xE9", "\x81\x80"};
+    std::mt19937 random;
+    const auto draw = [&](std::size_t most) {
+        std::string text;
+        for (auto count = random() % most; count > 0; --count) text += marks[random() % std::size(marks)];
+        return text;
+    };
+    for (int i = 0; i < 5'000; ++i) {
+        std::string file = draw(9);
+        ProfileText open(file);
+        for (int writes = 0; writes < 5; ++writes) {
+            const std::string section = random() % 3 == 0 ? draw(3) : "s";
+            const std::string key = random() % 3 == 0 ? draw(3) : "k";
+            const auto value = random() % 6 == 0 ? std::nullopt : std::optional(draw(9));
+            SCOPED_TRACE(file + "|" + section + "|" + key + "|" + value.value_or("-"));
+            ProfileText single(file);
+            ASSERT_TRUE(single.SetValue(section, key, value) || single.Bytes() == file);
+            file = single.Bytes();
+            open.SetValue(section, key, value);
+            ASSERT_EQ(ToUtf8(open.Bytes()), ToUtf8(file))
+                << "though one by one the encoding may widen sooner";
+            ASSERT_EQ(open.Value(section, key), ProfileText(file).Value(section, key));
+        }
+    }
 }
 
 // Takes minutes if the cost of a key grows with the file.

@@ -5,13 +5,12 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <QByteArray>
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <charconv>
-#include <cinttypes>
 #include <climits>
-#include <cstdio>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 #include <vector>
@@ -59,9 +58,10 @@ class NoSizeSignal {
 // that nobody else's file can have such a name. Fixed in length, so that it fits nearly everywhere.
 constexpr std::string_view kNewFilePrefix = ".orvane-save-";
 std::string NewFileName(std::uint64_t number) {
-    std::array<char, 33> digits{};
-    std::snprintf(digits.data(), digits.size(), "%016" PRIx64 "%016" PRIx64, number, ~number);
-    return std::string(kNewFilePrefix).append(digits.data());
+    const auto digits = [](std::uint64_t half) {
+        return QByteArray::number(half, 16).rightJustified(16, '0');
+    };
+    return std::string(kNewFilePrefix) + (digits(number) + digits(~number)).constData();
 }
 
 bool IsNewFileName(const std::string& name) {
