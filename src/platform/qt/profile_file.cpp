@@ -42,7 +42,7 @@ class Descriptor {
 class NoSizeSignal {
  public:
     NoSizeSignal() {
-        struct sigaction ignore {};
+        struct sigaction ignore = {};
         ignore.sa_handler = SIG_IGN;
         sigaction(SIGXFSZ, &ignore, &before_);
     }
@@ -51,7 +51,7 @@ class NoSizeSignal {
     NoSizeSignal& operator=(const NoSizeSignal&) = delete;
 
  private:
-    struct sigaction before_ {};
+    struct sigaction before_ = {};
 };
 
 // The name of a file beside the one that it is to replace. Its second half is the first one's complement, so
@@ -96,7 +96,7 @@ class NewFile {
             file_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
             if (file_ < 0) continue;
             // Another save may have come before the lock and taken the file for a left-over.
-            struct stat status {};
+            struct stat status = {};
             const bool taken = ::flock(file_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
             const bool gone = ::fstat(file_, &status) == 0 && status.st_nlink == 0;
             if (taken || gone) ::close(std::exchange(file_, -1));
@@ -127,7 +127,7 @@ class NewFile {
         // at least the group, if it is one of theirs.
         [[maybe_unused]] const bool kept = ::fchown(file_, status.st_uid, status.st_gid) == 0 ||
                                            ::fchown(file_, static_cast<uid_t>(-1), status.st_gid) == 0;
-        struct stat made {};
+        struct stat made = {};
         if (::fstat(file_, &made) != 0) return false;
         const bool sameGroup = made.st_gid == status.st_gid;
         mode_t mode = status.st_mode & 07777;
@@ -194,7 +194,7 @@ void MakeFolder(const Path& folder) {
 }  // namespace
 
 ProfileFile ReadProfileFile(const Path& file) {
-    struct stat status {};
+    struct stat status = {};
     if (::stat(file.c_str(), &status) != 0) {
         return {errno == ENOENT || errno == ENOTDIR ? ProfileState::Missing : ProfileState::Untold};
     }
@@ -229,7 +229,7 @@ bool ReplaceProfileFile(const Path& file, std::string_view bytes) {
     if (exists && old.Bytes == bytes) return true;
 
     const Path folder = target.parent_path();
-    struct stat status {};
+    struct stat status = {};
     if (exists) {
         // To root every file is writable; one that nobody may write to was meant to stay.
         constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;

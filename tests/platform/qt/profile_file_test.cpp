@@ -25,15 +25,19 @@ TEST_F(ProfileFileTest, LeavesAloneWhatIsNoProfileFile) {
     Put(Folder / "large", "");
     std::filesystem::resize_file(Folder / "large", kMaxProfileBytes + 1);
     const std::pair<Path, ProfileState> cases[] = {
-        {"folder", ProfileState::Unusable},       {"pipe", ProfileState::Unusable},
-        {"/dev/zero", ProfileState::Unusable},    {"large", ProfileState::TooLarge},
-        {"loop", ProfileState::Untold},           {std::string(300, 'x'), ProfileState::Untold},
-        {"missing/a.ini", ProfileState::Missing}, {"large/a.ini", ProfileState::Missing},
+        {"folder", ProfileState::Unusable},
+        {"pipe", ProfileState::Unusable},
+        {"large", ProfileState::TooLarge},
+        {"loop", ProfileState::Untold},
+        {std::string(300, 'x'), ProfileState::Untold},
+        {"missing/a.ini", ProfileState::Missing},
+        {"large/a.ini", ProfileState::Missing},
     };
     for (const auto& [name, state] : cases) {
         EXPECT_EQ(ReadProfileFile(Folder / name).State, state) << name;
         EXPECT_FALSE(ReplaceProfileFile(Folder / name, "new")) << name;
     }
+    EXPECT_EQ(ReadProfileFile("/dev/zero").State, ProfileState::Unusable);
     EXPECT_FALSE(ReplaceProfileFile(File, std::string(kMaxProfileBytes + 1, 'x'))) << "nobody could read it";
     EXPECT_EQ(CountIn(Folder), 4);
 }
@@ -76,7 +80,7 @@ TEST_F(ProfileFileTest, GivesNobodyMoreRights) {
         ASSERT_EQ(seteuid(saver), 0);
         EXPECT_EQ(ReplaceProfileFile(File, "new"), saves);
         ASSERT_EQ(seteuid(0), 0);
-        struct stat status {};
+        struct stat status = {};
         ASSERT_EQ(stat(File.c_str(), &status), 0);
         EXPECT_EQ(status.st_mode & 07777, after);
         EXPECT_TRUE(saver != 0 || (status.st_uid == owner && status.st_gid == 4321));
