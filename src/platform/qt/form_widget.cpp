@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/free_place.h"
 #include "platform/qt/label.h"
 #include "platform/qt/toolkit.h"
 
@@ -28,37 +29,21 @@ const QScreen* PointersScreen() {
     return screen != nullptr ? screen : QGuiApplication::primaryScreen();
 }
 
+Rect ToRect(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
+
 // Where on the pointer's screen a window of that size covers none of the program's, as near as can be to the
 // one that the user is in.
-std::optional<QPoint> FreePlace(const QSize& size) {
+std::optional<Rect> PlaceFor(const QSize& size) {
     const QScreen* screen = PointersScreen();
     if (screen == nullptr) return std::nullopt;
-    const QRect area = screen->availableGeometry();
-    // At an edge of the screen or of another window.
-    std::vector<int> lefts{area.left()}, tops{area.top()};
-    std::vector<QRect> taken;
+    std::vector<Rect> taken;
     for (const QWidget* window : QApplication::topLevelWidgets()) {
-        if (!window->isVisible() || window->isMinimized()) continue;
-        const QRect place = taken.emplace_back(window->frameGeometry());
-        lefts.insert(lefts.end(), {place.left(), place.right() + 1, place.left() - size.width()});
-        tops.insert(tops.end(), {place.top(), place.bottom() + 1, place.top() - size.height()});
+        if (window->isVisible() && !window->isMinimized()) taken.push_back(ToRect(window->frameGeometry()));
     }
+    const Rect area = ToRect(screen->availableGeometry());
     const QWidget* active = QApplication::activeWindow();
-    const QPoint aim = (active != nullptr ? active->frameGeometry() : area).center();
-    std::optional<QPoint> nearest;
-    int distance = 0;
-    for (const int left : lefts) {
-        for (const int top : tops) {
-            const QRect place({left, top}, size);
-            const auto meets = [&](const QRect& other) { return place.intersects(other); };
-            const int from = (place.center() - aim).manhattanLength();
-            if ((nearest && from >= distance) || !area.contains(place) || std::ranges::any_of(taken, meets))
-                continue;
-            nearest = place.topLeft();
-            distance = from;
-        }
-    }
-    return nearest;
+    return FreePlace(area, size.width(), size.height(), taken,
+                     active != nullptr ? ToRect(active->frameGeometry()) : area);
 }
 
 float ToTwips(int pixels) { return static_cast<float>(pixels) * kTwipsPerPixel; }
@@ -219,8 +204,8 @@ void FormWidget::ComeBack() {
 
 void FormWidget::ComeUp() {
     const QMargins frame = windowFlags().testFlag(Qt::FramelessWindowHint) ? QMargins() : kUsualFrame;
-    if (const auto place = FreePlace(size().grownBy(frame)))
-        MoveTo(ToTwips(place->x() + frame.left()), ToTwips(place->y() + frame.top()));
+    if (const auto place = PlaceFor(size().grownBy(frame)))
+        MoveTo(ToTwips(place->Left + frame.left()), ToTwips(place->Top + frame.top()));
 }
 
 void FormWidget::ShowAgain() {

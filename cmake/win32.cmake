@@ -1,0 +1,10 @@
+# What the build needs for Windows: one static file, and bitmaps made from the pictures.
+enable_language(RC)
+find_program(CONVERT convert REQUIRED DOC "ImageMagick's converter of pictures")
+
+add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+add_link_options(-static)
+
+set(ORVANE_HARDENING)
+set(ORVANE_LINK_HARDENING -fstack-protector-strong LINKER:--dynamicbase,--high-entropy-va,--nxcompat)
+set(ORVANE_PACKAGING packaging/windows)

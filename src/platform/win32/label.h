@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/win32/toolkit.h"
+
+namespace platform {
+
+// Draws a label; what happens on it is its control's business.
+struct LabelNative : Control::Native {
+    LabelNative(Form& form, std::string_view name, const Rect& place, const Label::Style& style);
+
+    void Draw(HDC canvas, const RECT& area) override;
+    bool ShowsWhatIsBehind() const override { return Style.Transparent; }
+    void FontChanged() override;
+    const ParsedCaption* Caption() const override { return &Parsed; }
+    void AccessKey() override { Parent->FocusBehind(*this); }
+    Told Tell() const override;
+
+    void SetCaption(std::string_view caption);
+    // The font that the caption is drawn in to stay whole, and whether that does it.
+    HFONT DrawnFont();
+    bool Whole();
+
+    Label::Style Style;
+    std::string Text;  // as it was set
+    ParsedCaption Parsed;
+    bool Bordered = false;
+
+ private:
+    RECT Room() const;
+    bool Fits(HFONT font) const;
+
+    HFONT fitted_ = nullptr;  // worked out at the first drawing of a caption
+};
+
+}  // namespace platform

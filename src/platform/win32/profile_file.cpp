@@ -1,0 +1,210 @@
+#include "platform/profile.h"
+
+#include <windows.h>
+
+#include <array>
+#include <cinttypes>
+#include <cstdint>
+#include <cwchar>
+#include <random>
+#include <utility>
+
+#include "platform/places.h"
+
+namespace platform {
+namespace {
+
+using Path = std::filesystem::path;
+
+class File {
+ public:
+    explicit File(HANDLE handle) : handle_(handle) {}
+    ~File() { Close(); }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    void Close() {
+        if (IsOpen()) CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
+    }
+    bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE && handle_ != nullptr; }
+    operator HANDLE() const { return handle_; }  // NOLINT(google-explicit-constructor)
+
+ private:
+    HANDLE handle_;
+};
+
+// The form of a path that the system takes as it stands: of any length, and without devices in it.
+std::wstring Plain(const Path& file) {
+    if (!file.is_absolute() || file.native().starts_with(L"\\\\?\\")) return file.native();
+    const std::wstring name = file.lexically_normal().make_preferred().native();
+    return name.starts_with(L"\\\\") ? L"\\\\?\\UNC" + name.substr(1) : L"\\\\?\\" + name;
+}
+
+// Another program may hold a file for a moment, a virus scanner for instance.
+template <class Action>
+bool Patiently(const Action& act) {
+    constexpr DWORD kStep = 20, kPatience = 500;  // in milliseconds
+    for (DWORD waited = 0;; waited += kStep) {
+        if (act()) return true;
+        const DWORD error = GetLastError();
+        const bool held = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
+        if (!held || waited >= kPatience) return false;
+        Sleep(kStep);
+    }
+}
+
+// A save that is killed leaves its file. The name tells that it is one of these, and whose: the number of a
+// process, one of chance, and both with all bits turned round.
+constexpr wchar_t kNewFilePrefix[] = L".orvane-save-";
+std::wstring NewFileName(std::uint64_t number) {
+    std::array<wchar_t, 33> digits{};
+    std::swprintf(digits.data(), digits.size(), L"%016" PRIx64 L"%016" PRIx64, number, ~number);
+    return std::wstring(kNewFilePrefix).append(digits.data());
+}
+
+bool Lives(DWORD process) {
+    const File opened(OpenProcess(SYNCHRONIZE, FALSE, process));
+    if (opened == nullptr) return GetLastError() == ERROR_ACCESS_DENIED;
+    return WaitForSingleObject(opened, 0) == WAIT_TIMEOUT;
+}
+
+// Takes away what killed saves have left.
+void RemoveLeftOvers(const Path& folder) {
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; entry != end;
+         entry.increment(error)) {
+        const std::wstring name = entry->path().filename().native();
+        if (!name.starts_with(kNewFilePrefix)) continue;
+        const std::wstring digits = name.substr(std::size(kNewFilePrefix) - 1, 16);
+        const std::uint64_t number = std::wcstoull(digits.c_str(), nullptr, 16);
+        if (name == NewFileName(number) && !Lives(static_cast<DWORD>(number >> 32)))
+            DeleteFileW(Plain(entry->path()).c_str());
+    }
+}
+
+// A file that is to replace another one in its folder. It is gone again unless it has taken that one's place.
+class NewFile {
+ public:
+    explicit NewFile(const Path& folder)
+        : name_(Plain(folder /
+                      NewFileName(std::uint64_t{GetCurrentProcessId()} << 32 | std::random_device()()))),
+          file_(CreateFileW(name_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_HIDDEN,
+                            nullptr)),
+          made_(file_.IsOpen()) {}
+    ~NewFile() {
+        file_.Close();
+        if (made_) DeleteFileW(name_.c_str());
+    }
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+
+    bool Write(std::string_view bytes) {
+        DWORD written = 0;
+        const bool whole =
+            made_ &&
+            WriteFile(file_, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != FALSE &&
+            written == bytes.size() && FlushFileBuffers(file_) != FALSE;
+        file_.Close();
+        return whole;
+    }
+
+    // Owner, rights and attributes stay those of the old file.
+    bool Replace(const std::wstring& target, DWORD attributes) {
+        if (SetFileAttributesW(name_.c_str(), attributes) == FALSE) return false;
+        const bool replaced = Patiently([&] {
+            return ReplaceFileW(target.c_str(), name_.c_str(), nullptr, REPLACEFILE_WRITE_THROUGH, nullptr,
+                                nullptr) != FALSE;
+        });
+        if (replaced) made_ = false;
+        // The old file may be gone by now; then the new one must not be.
+        return replaced || (GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES && Become(target));
+    }
+
+    bool Become(const std::wstring& target) {
+        const bool moved = SetFileAttributesW(name_.c_str(), FILE_ATTRIBUTE_NORMAL) != FALSE &&
+                           MoveFileExW(name_.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE;
+        if (moved) made_ = false;
+        return moved;
+    }
+
+ private:
+    std::wstring name_;
+    File file_;
+    bool made_;
+};
+
+struct Opened {
+    ProfileState State = ProfileState::Missing;
+    std::wstring Name{};  // behind all links
+    DWORD Attributes = 0;
+    std::string Bytes{};
+};
+
+Opened Open(const Path& file) {
+    Opened opened{.Name = Plain(file)};
+    WIN32_FILE_ATTRIBUTE_DATA found{};
+    if (GetFileAttributesExW(opened.Name.c_str(), GetFileExInfoStandard, &found) == FALSE) {
+        const DWORD error = GetLastError();
+        const bool missing = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+        opened.State = missing ? ProfileState::Missing : ProfileState::Untold;
+        return opened;
+    }
+    opened.Attributes = found.dwFileAttributes;
+    opened.State = ProfileState::Unusable;
+    if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return opened;
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    Patiently([&] {
+        handle = CreateFileW(opened.Name.c_str(), GENERIC_READ,
+                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                             FILE_ATTRIBUTE_NORMAL, nullptr);
+        return handle != INVALID_HANDLE_VALUE;
+    });
+    const File source(handle);
+    LARGE_INTEGER size{};
+    if (!source.IsOpen() || GetFileType(source) != FILE_TYPE_DISK || GetFileSizeEx(source, &size) == FALSE)
+        return opened;
+    if (size.QuadPart > static_cast<LONGLONG>(kMaxProfileBytes)) {
+        opened.State = ProfileState::TooLarge;
+        return opened;
+    }
+    std::wstring behind(GetFinalPathNameByHandleW(source, nullptr, 0, 0), L'\0');
+    behind.resize(GetFinalPathNameByHandleW(source, behind.data(), static_cast<DWORD>(behind.size()), 0));
+    if (!behind.empty()) opened.Name = behind;
+    opened.Bytes.resize(static_cast<std::size_t>(size.QuadPart));
+    DWORD length = 0;
+    if (ReadFile(source, opened.Bytes.data(), static_cast<DWORD>(opened.Bytes.size()), &length, nullptr) ==
+        FALSE)
+        return opened;
+    opened.Bytes.resize(length);
+    opened.State = ProfileState::Readable;
+    return opened;
+}
+
+}  // namespace
+
+ProfileFile ReadProfileFile(const Path& file) {
+    Opened opened = Open(file);
+    if (opened.State != ProfileState::Readable) return {opened.State};
+    return {opened.State, std::move(opened.Bytes)};
+}
+
+bool ReplaceProfileFile(const Path& file, std::string_view bytes) {
+    if (file.filename().empty() || bytes.size() > kMaxProfileBytes) return false;
+    const Opened old = Open(file);
+    const bool exists = old.State == ProfileState::Readable;
+    if (!exists && old.State != ProfileState::Missing) return false;
+    if (exists && old.Bytes == bytes) return true;
+    if (exists && (old.Attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
+
+    const Path folder = Path(old.Name).parent_path();
+    if (!exists && !PathInUserData(file, CurrentPlaces()).empty()) {
+        std::error_code error;
+        std::filesystem::create_directories(folder, error);
+    }
+    RemoveLeftOvers(folder);
+    NewFile made(folder);
+    if (!made.Write(bytes)) return false;
+    return exists ? made.Replace(old.Name, old.Attributes) : made.Become(old.Name);
+}
+
+}  // namespace platform

@@ -1,0 +1,456 @@
+#include "platform/win32/toolkit.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <map>
+#include <tuple>
+#include <utility>
+
+#include "platform/win32/accessibility.h"
+
+namespace platform {
+namespace {
+
+constexpr wchar_t kDrawnClass[] = L"OrvaneControl";
+
+// Sent later to a control: a press by assistive technology, which does not wait for what comes of it.
+constexpr UINT kPressLater = WM_APP + 1;
+
+LRESULT CALLBACK ControlProcedure(HWND, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                  DWORD_PTR control) {
+    return reinterpret_cast<Control::Native*>(control)->Message(message, wParam, lParam);
+}
+
+// A memory canvas to measure texts on.
+HDC Measure() {
+    static const HDC canvas = CreateCompatibleDC(nullptr);
+    return canvas;
+}
+
+bool IsFixed(const Font& font) { return font.Family == "Fixedsys"; }
+
+HFONT MakeFont(const wchar_t* family, bool fixed, int pixels, int width) {
+    const DWORD pitch = fixed ? FIXED_PITCH | FF_MODERN : VARIABLE_PITCH | FF_SWISS;
+    return CreateFontW(-pixels, width, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+                       OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, pitch, family);
+}
+
+// The largest size in which a character keeps to the cell that the windows are laid out for.
+int PixelsOfFixed() {
+    static const int pixels = [] {
+        constexpr int kCellWidth = 8, kCellHeight = 15;
+        const int width = static_cast<int>(kCellWidth * Density());
+        const int height = static_cast<int>(kCellHeight * Density());
+        int size = height;
+        for (; size > 1; --size) {
+            const HFONT font = MakeFont(L"Consolas", true, size, 0);
+            const bool fits = WidthOf(font, L"0") <= width && MetricsOf(font).tmHeight <= height;
+            DeleteObject(font);
+            if (fits) break;
+        }
+        return size;
+    }();
+    return pixels;
+}
+
+}  // namespace
+
+std::wstring ToWide(std::string_view text) {
+    const int size = static_cast<int>(text.size());
+    std::wstring wide(
+        static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0)), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
+    return wide;
+}
+
+std::string FromWide(std::wstring_view text) {
+    const int size = static_cast<int>(text.size());
+    std::string narrow(static_cast<std::size_t>(
+                           WideCharToMultiByte(CP_UTF8, 0, text.data(), size, nullptr, 0, nullptr, nullptr)),
+                       '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), size, narrow.data(), static_cast<int>(narrow.size()),
+                        nullptr, nullptr);
+    return narrow;
+}
+
+std::wstring TextOf(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
+    const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+COLORREF ToColorRef(Color color) { return RGB(color.Red, color.Green, color.Blue); }
+
+double Density() {
+    static const double density = GetDpiForSystem() / 96.0;
+    return density;
+}
+
+int Scaled(double pixels) { return static_cast<int>(std::lround(pixels * Density())); }
+
+RECT ScaledRect(const Rect& place) {
+    return {Scaled(place.Left), Scaled(place.Top), Scaled(place.Left + place.Width),
+            Scaled(place.Top + place.Height)};
+}
+
+int WidthOf(const RECT& rect) { return static_cast<int>(rect.right - rect.left); }
+int HeightOf(const RECT& rect) { return static_cast<int>(rect.bottom - rect.top); }
+
+int PixelsOf(const Font& font) {
+    constexpr double kPixelsPerPoint = 96.0 / 72.0;
+    return IsFixed(font) ? PixelsOfFixed() : Scaled(std::lround(font.Points * kPixelsPerPoint));
+}
+
+HFONT FontOf(const Font& font, int pixels, int percentOfWidth) {
+    static std::map<std::tuple<bool, int, int>, HFONT> made;
+    HFONT& kept = made[{IsFixed(font), pixels, percentOfWidth}];
+    if (kept != nullptr) return kept;
+    const wchar_t* family = IsFixed(font) ? L"Consolas" : L"Microsoft Sans Serif";
+    int width = 0;
+    if (percentOfWidth != 100) {
+        const HFONT natural = FontOf(font, pixels, 100);
+        width = std::max(1, static_cast<int>(MetricsOf(natural).tmAveCharWidth) * percentOfWidth / 100);
+    }
+    return kept = MakeFont(family, IsFixed(font), pixels, width);
+}
+
+// The fonts that the windows were laid out for are bitmaps of one density.
+HFONT FontOf(const Font& font) {
+    if (Density() != 1) return FontOf(font, PixelsOf(font), 100);
+    static std::map<std::pair<std::string_view, double>, HFONT> made;
+    HFONT& kept = made[{font.Family, font.Points}];
+    if (kept == nullptr) {
+        constexpr double kPixelsPerPoint = 96.0 / 72.0;
+        kept = MakeFont(ToWide(font.Family).c_str(), IsFixed(font),
+                        static_cast<int>(std::lround(font.Points * kPixelsPerPoint)), 0);
+    }
+    return kept;
+}
+
+TEXTMETRICW MetricsOf(HFONT font) {
+    TEXTMETRICW metrics{};
+    SelectObject(Measure(), font);
+    GetTextMetricsW(Measure(), &metrics);
+    return metrics;
+}
+
+int WidthOf(HFONT font, std::wstring_view text) {
+    SIZE size{};
+    SelectObject(Measure(), font);
+    GetTextExtentPoint32W(Measure(), text.data(), static_cast<int>(text.size()), &size);
+    return static_cast<int>(size.cx);
+}
+
+void Fill(HDC canvas, const RECT& rect, COLORREF color) {
+    SetDCBrushColor(canvas, color);
+    FillRect(canvas, &rect, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+void DrawOutline(HDC canvas, const RECT& rect, COLORREF color, int outside) {
+    const int line = std::max(1, static_cast<int>(Density()));
+    const int out = line * outside;
+    RECT outer = rect;
+    InflateRect(&outer, out, out);
+    const int width = std::min(line + out, WidthOf(outer));
+    const int height = std::min(line + out, HeightOf(outer));
+    Fill(canvas, {outer.left, outer.top, outer.right, outer.top + height}, color);
+    Fill(canvas, {outer.left, outer.bottom - height, outer.right, outer.bottom}, color);
+    Fill(canvas, {outer.left, outer.top, outer.left + width, outer.bottom}, color);
+    Fill(canvas, {outer.right - width, outer.top, outer.right, outer.bottom}, color);
+}
+
+Drawing::Drawing(HWND window) : window_(window) {
+    const HDC screen = BeginPaint(window, &paint_);
+    GetClientRect(window, &area_);
+    canvas_ = CreateCompatibleDC(screen);
+    bitmap_ = CreateCompatibleBitmap(screen, std::max(1, WidthOf(area_)), std::max(1, HeightOf(area_)));
+    before_ = SelectObject(canvas_, bitmap_);
+    SetBkMode(canvas_, TRANSPARENT);
+}
+
+Drawing::~Drawing() {
+    BitBlt(paint_.hdc, 0, 0, WidthOf(area_), HeightOf(area_), canvas_, 0, 0, SRCCOPY);
+    SelectObject(canvas_, before_);
+    DeleteObject(bitmap_);
+    DeleteDC(canvas_);
+    EndPaint(window_, &paint_);
+}
+
+bool PointerHasMoved() {
+    static POINT last{-1, -1};
+    const DWORD packed = GetMessagePos();
+    const POINT now{GET_X_LPARAM(packed), GET_Y_LPARAM(packed)};
+    const POINT before = std::exchange(last, now);
+    return now.x != before.x || now.y != before.y;
+}
+
+bool ParsedCaption::IsKey(wchar_t character) const {
+    if (KeyIndex < 0) return false;
+    const wchar_t own[] = {Text[static_cast<std::size_t>(KeyIndex)], L'\0'};
+    const wchar_t other[] = {character, L'\0'};
+    return lstrcmpiW(own, other) == 0;
+}
+
+std::wstring ParsedCaption::Marked() const {
+    std::wstring marked;
+    for (std::size_t i = 0; i < Text.size(); ++i) {
+        if (static_cast<int>(i) == KeyIndex || Text[i] == L'&') marked += L'&';
+        marked += Text[i];
+    }
+    return marked;
+}
+
+ParsedCaption ParseCaption(std::string_view caption) {
+    std::wstring text = ToWide(caption);
+    for (std::size_t mark = text.find(L'&'); mark != std::wstring::npos; mark = text.find(L'&', mark + 1)) {
+        if (mark + 1 == text.size() || !IsCharAlphaNumericW(text[mark + 1])) continue;
+        text.erase(mark, 1);
+        return {std::move(text), static_cast<int>(mark)};
+    }
+    return {std::move(text), -1};
+}
+
+Control::Native::Native(Form& form, std::string_view name, const Rect& place, const wchar_t* windowClass,
+                        DWORD style, Pointer pointer, DWORD extendedStyle)
+    : Parent(&form.Toolkit()), Name(name), pointer_(pointer) {
+    static const ATOM drawnClass = [] {
+        WNDCLASSEXW drawn{.cbSize = sizeof drawn,
+                          .style = CS_DBLCLKS,
+                          .lpfnWndProc = DefWindowProcW,
+                          .cbClsExtra = 0,
+                          .cbWndExtra = 0,
+                          .hInstance = GetModuleHandleW(nullptr),
+                          .hIcon = nullptr,
+                          .hCursor = LoadCursorW(nullptr, IDC_ARROW),
+                          .hbrBackground = nullptr,
+                          .lpszMenuName = nullptr,
+                          .lpszClassName = kDrawnClass,
+                          .hIconSm = nullptr};
+        return RegisterClassExW(&drawn);
+    }();
+    const RECT at = ScaledRect(place);
+    Window = CreateWindowExW(extendedStyle, windowClass == nullptr ? MAKEINTATOM(drawnClass) : windowClass,
+                             nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, at.left, at.top,
+                             WidthOf(at), HeightOf(at), Parent->Window, nullptr, GetModuleHandleW(nullptr),
+                             nullptr);
+    SetWindowLongPtrW(Window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    SetWindowSubclass(Window, ControlProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+    Order = Parent->Enrol(*this);
+}
+
+Control::Native::~Native() {
+    Parent->Forget(*this);
+    SetWindowLongPtrW(Window, GWLP_USERDATA, 0);
+    RemoveWindowSubclass(Window, ControlProcedure, 0);
+    ShowWindow(Window, SW_HIDE);
+    PostMessageW(Parent->Window, kDestroyLater, 0, reinterpret_cast<LPARAM>(Window));
+}
+
+Control::Native* Control::Native::Of(HWND window) {
+    if (window == nullptr || Form::Native::Of(GetParent(window)) == nullptr) return nullptr;
+    return reinterpret_cast<Native*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+LRESULT Control::Native::Default(UINT message, WPARAM wParam, LPARAM lParam) const {
+    return DefSubclassProc(Window, message, wParam, lParam);
+}
+
+LRESULT Control::Native::Message(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_PAINT:
+            if (pointer_ == Pointer::Plain) {
+                DrawWithOutlines();
+                return 0;
+            }
+            break;
+        case WM_ERASEBKGND:
+            if (pointer_ == Pointer::Plain) return 1;
+            break;
+        case WM_MOUSEMOVE:
+        case WM_NCMOUSEMOVE:
+        case WM_LBUTTONDOWN:
+        case WM_RBUTTONDOWN:
+        case WM_MBUTTONDOWN:
+        case WM_XBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+        case WM_RBUTTONDBLCLK:
+        case WM_MBUTTONDBLCLK:
+        case WM_XBUTTONDBLCLK:
+        case WM_LBUTTONUP:
+        case WM_RBUTTONUP:
+        case WM_MBUTTONUP:
+        case WM_XBUTTONUP: return HandlePointer(message, wParam, lParam);
+        case WM_CAPTURECHANGED:
+            if (std::exchange(pressed_, 0) != 0 && Owner->MouseUp) {
+                Owner->MouseUp(0, 0);
+                return 0;
+            }
+            break;
+        case WM_SETFOCUS: {
+            const LRESULT result = Default(message, wParam, lParam);
+            Parent->FocusCame(*this);
+            return result;
+        }
+        case WM_KEYDOWN:
+            if (wParam == VK_TAB) {
+                Parent->FocusNext(GetKeyState(VK_SHIFT) >= 0);
+                return 0;
+            }
+            break;
+        case WM_CHAR:
+            if (wParam == L'\t') return 0;
+            break;
+        case WM_SYSCHAR:
+            if (wParam != L' ') {
+                Parent->PressAccessKey(static_cast<wchar_t>(wParam));
+                return 0;
+            }
+            break;
+        case WM_GETOBJECT:
+            if (static_cast<LONG>(lParam) == OBJID_CLIENT) return AnswerAssistant(Window, wParam);
+            break;
+        case kPressLater:
+            if (IsWindowEnabled(Parent->Window)) Press();
+            return 0;
+        default: break;
+    }
+    return Default(message, wParam, lParam);
+}
+
+LRESULT Control::Native::HandlePointer(UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool moved = PointerHasMoved();
+    // In pixels of the screen, from the corner of the whole window: part of it may be its own to draw.
+    POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    if (message != WM_NCMOUSEMOVE) ClientToScreen(Window, &at);
+    RECT whole;
+    GetWindowRect(Window, &whole);
+    const auto call = [&](const std::function<void(float, float)>& handler) {
+        if (handler)
+            handler(static_cast<float>((at.x - whole.left) / Density()),
+                    static_cast<float>((at.y - whole.top) / Density()));
+    };
+    if (message == WM_MOUSEMOVE || message == WM_NCMOUSEMOVE) {
+        if (moved) call(Owner->MouseMove);
+        return pointer_ == Pointer::Plain ? 0 : Default(message, wParam, lParam);
+    }
+    // Down, up and the second down of a quick pair follow each other in the numbers of all buttons.
+    const UINT first = message < WM_XBUTTONDOWN ? message - (message - WM_LBUTTONDOWN) % 3 : WM_XBUTTONDOWN;
+    const bool up = message == first + 1;
+    if (pointer_ == Pointer::System) {
+        // The window would take the focus from a control that holds it back.
+        if (!up && TakesFocus() && !Parent->MayLeaveTo(this)) return 0;
+        return Default(message, wParam, lParam);
+    }
+    // A second button during a press has no part in it.
+    if (!up) {
+        if (pressed_ != 0) return 0;
+        pressed_ = first;
+        SetCapture(Window);
+        call(Owner->MouseDown);
+    } else if (pressed_ == first) {
+        pressed_ = 0;
+        ReleaseCapture();
+        call(Owner->MouseUp);
+        if (Owner->Click && PtInRect(&whole, at)) Owner->Click();
+    }
+    return 0;
+}
+
+void Control::Native::FontChanged() {
+    SendMessageW(Window, WM_SETFONT, reinterpret_cast<WPARAM>(FontOf(Face)), TRUE);
+}
+
+Told Control::Native::Tell() const {
+    Told told;
+    told.Name = SpokenName.empty() && TakesFocus() ? Parent->NameFromLabel(*this) : SpokenName;
+    told.Description = Description;
+    return told;
+}
+
+void Control::Native::PressLater() const { PostMessageW(Window, kPressLater, 0, 0); }
+
+void Control::Native::Press() {
+    RECT area;
+    GetClientRect(Window, &area);
+    const auto x = static_cast<float>(area.right / 2 / Density());
+    const auto y = static_cast<float>(area.bottom / 2 / Density());
+    if (Owner->MouseDown) Owner->MouseDown(x, y);
+    if (Owner->MouseUp) Owner->MouseUp(x, y);
+    if (Owner->Click) Owner->Click();
+}
+
+COLORREF Control::Native::Back() const { return Themed ? ToColorRef(Look.Back) : Parent->Back; }
+
+COLORREF Control::Native::Ink() const { return Themed ? ToColorRef(Look.Text) : GetSysColor(COLOR_BTNTEXT); }
+
+RECT Control::Native::Place() const {
+    RECT place;
+    GetWindowRect(Window, &place);
+    MapWindowPoints(nullptr, Parent->Window, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+// In pixels of the form: its background, outlines, and the controls that reach below this one.
+void Control::Native::DrawBehind(HDC canvas) const {
+    const RECT own = Place();
+    Fill(canvas, own, Parent->Back);
+    Parent->DrawShapes(canvas, 0, Order);
+    for (Native* other : Parent->Controls) {
+        const RECT place = other->Place();
+        RECT common;
+        if (other == this) break;
+        if (!IntersectRect(&common, &own, &place)) continue;
+        if (other->pointer_ == Pointer::System) {
+            Fill(canvas, common, other->Back());
+            continue;
+        }
+        const int before = SaveDC(canvas);
+        OffsetViewportOrgEx(canvas, place.left, place.top, nullptr);
+        other->Draw(canvas, {0, 0, WidthOf(place), HeightOf(place)});
+        RestoreDC(canvas, before);
+    }
+}
+
+// A window hides what lies behind it, and what of the form would lie over it.
+void Control::Native::DrawWithOutlines() {
+    const Drawing drawing(Window);
+    const HDC canvas = drawing.Canvas();
+    const RECT place = Place();
+    const auto onForm = [&](const auto& draw) {
+        SetViewportOrgEx(canvas, -place.left, -place.top, nullptr);
+        draw();
+        SetViewportOrgEx(canvas, 0, 0, nullptr);
+    };
+    if (ShowsWhatIsBehind()) onForm([&] { DrawBehind(canvas); });
+    Draw(canvas, drawing.Area());
+    onForm([&] { Parent->DrawShapes(canvas, Order, INT_MAX); });
+}
+
+Control::Control(std::unique_ptr<Native> native) : native_(std::move(native)) { native_->Owner = this; }
+
+Control::~Control() = default;
+
+void Control::SetColors(const Colors& colors) {
+    native_->Look = colors;
+    native_->Themed = true;
+    native_->ColorsChanged();
+    native_->Invalidate();
+}
+
+void Control::SetFont(const Font& font) {
+    native_->Face = font;
+    native_->FontChanged();
+}
+
+void Control::SetSpokenName(std::string_view name) { native_->SpokenName = ToWide(name); }
+
+void Control::SetDescription(std::string_view text) { native_->Description = ToWide(text); }
+
+}  // namespace platform
