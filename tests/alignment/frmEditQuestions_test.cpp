@@ -17,15 +17,12 @@ class Editor : public WindowTest {
         for (int i = 0; i < times; ++i) robot::Click(kForm, button);
     }
     static std::string Text(std::string_view control) { return robot::Text(kForm, control); }
-    static void Name(std::string_view file) {
-        robot::Click(kForm, "txtFile");
-        robot::Key(kForm, "Ctrl+A");
-        robot::Type(kForm, file);
-    }
-    std::string Saved(std::string_view file = "questions.ini") {
+    std::string Saved() {
         Press("cmndSave");
-        return BytesOf(Folder / "user" / file);
+        return BytesOf(File);
     }
+
+    const Path File = Folder / "user" / "questions.ini";
 };
 
 TEST_F(Editor, StoresTextsAtOnceAndCodesWhenTheFocusGoes) {
@@ -40,7 +37,7 @@ TEST_F(Editor, StoresTextsAtOnceAndCodesWhenTheFocusGoes) {
     // By its access key as well.
     robot::Choose(kForm, "cmbAling(1)", 8);
     robot::Key(kForm, "Alt+S");
-    EXPECT_NE(BytesOf(Folder / "user" / "questions.ini").find("ansvervalue_1=CE\r\n"), std::string::npos);
+    EXPECT_NE(BytesOf(File).find("ansvervalue_1=CE\r\n"), std::string::npos);
 }
 
 TEST_F(Editor, WalksAndCutsAndGrowsTheList) {
@@ -68,23 +65,20 @@ TEST_F(Editor, WalksAndCutsAndGrowsTheList) {
     }
 }
 
-// Nothing of what nobody edits changes, but where the focus has been in a list or a box has been emptied by
-// what it was made to show.
-TEST_F(Editor, SavesWhatNobodyEditsAsItWas) {
+TEST_F(Editor, SavesWhatNobodyEditsAsItWasUnlessTheFocusHasBeenInAList) {
     const std::string text =
         "[HEAD]\r\nitems=2\r\n[QUESTION_001]\r\nquestion=Quoi\xC2\xA0? a\xE2\x80\xA8"
         "b\xE2\x80\xA9"
         "c\r\nansvertext_1=[QUESTION_002] a=b\r\nansvervalue_1=XX\r\nansvervalue_2=";
-    Put(Folder / "user" / "quiz.ini", text + "YY\r\n");
+    Put(File, text + "YY\r\n");
     Press("cmndAdd");
-    Name("quiz.ini");
     Press("cmndOpen");
     EXPECT_EQ(Text("lblNumber"), "1/2");
     EXPECT_EQ(Text("cmbAling(1)"), "    Illegal value!");
     robot::Wheel(kForm, "cmbAling(1)", -1);
-    EXPECT_TRUE(Saved("quiz.ini").starts_with(text + "YY\r\n"));
+    EXPECT_TRUE(Saved().starts_with(text + "YY\r\n"));
     for (const char* key : {"Alt+2", "Tab", "Tab"}) robot::Key(kForm, key);
-    EXPECT_TRUE(Saved("quiz.ini").starts_with(text + "\r\n"));
+    EXPECT_TRUE(Saved().starts_with(text + "\r\n"));
 }
 
 TEST_F(Editor, StoresTheEmptyTextWhereShowingASlotEmptiesABox) {
@@ -97,7 +91,6 @@ TEST_F(Editor, StoresTheEmptyTextWhereShowingASlotEmptiesABox) {
 
 TEST_F(Editor, ShowsNoCountForAFileThatIsMissingAndForgetsWhatWasNotSaved) {
     Enter(kForm, "Alt+Q", "Still here");
-    Name("d:\\none\\missing.ini");
     for (const char* button : {"cmndOpen", "cmndNext", "cmndLast"}) {
         Press(button);
         EXPECT_EQ(Text("lblNumber") + Text("txtQuestion"), "1/0Still here");
