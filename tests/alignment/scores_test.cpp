@@ -21,6 +21,7 @@ TEST(Scores, EachCodeMovesItsOwnScores) {
         {{"NUL", "R"}, {}},
         // The middle takes from the greater of two scores, or from the second.
         {{"G", "G", "E", "GEN"}, {1, 1, 0, 0}},
+        {{"G", "E", "GEN"}, {1, 0, 0, 0}},
         {{"E", "LG", "C", "C", "LCN"}, {1, 1, 1, 1}},
         {{"GEN", "GEN", "LCN", "LCN"}, {-1, -1, -1, -1}},
     };

@@ -23,7 +23,9 @@ TEST_F(WindowTest, TheRollerRollsWhenItOpensAndCleansItsBoxes) {
     EXPECT_EQ(text("txtB"), "2");
     EXPECT_TRUE(text("txtResult").starts_with("Dice:    3D3 -2\r\n")) << text("txtResult");
     EXPECT_EQ(draws.Count(), 2);
-    EXPECT_EQ(listener.Heard(), (Strings{"theme2.wav", "chant.wav"}));
+    robot::Click("frmDice", "Cmnd(0)");
+    EXPECT_EQ(robot::Clipboard(), text("txtResult"));
+    EXPECT_EQ(listener.Heard(), (Strings{"theme2.wav", "chant.wav", "click.wav"}));
 }
 
 TEST_F(WindowTest, TheFinderCountsAsSoonAsAutoIsCheckedAndWantsNumbers) {
