@@ -17,12 +17,14 @@ TEST_F(QuestionFile, ReadsWhatTheCountReachesAndNoFurther) {
     QuestionEdit edit;
     edit.List[2].Answers[2].Value = "LG";
     edit.List[4].Text = "Kept";
+    edit.CurrentQuestion = 5;
     Put(File,
         "[question_001]\r\nAnsverValue_4 = CG \r\nquestion=One\r\nansvertext_1=A\r\n[QUESTION_2]\r\nquestion="
         "Unpadded\r\n[QUESTION_003]\r\nquestion=Three\r\n[QUESTION_004]\r\nquestion=Four\r\n[Head]\r\nITEMS="
         "3");
     OpenQuestions(edit, Name);
     EXPECT_EQ(edit.QuestionCount, 3);
+    EXPECT_EQ(edit.CurrentQuestion, 1);
     EXPECT_EQ(edit.List[1].Text, "One");
     EXPECT_EQ(edit.List[1].Answers[1].Text, "A");
     EXPECT_EQ(edit.List[1].Answers[4].Value, "CG");
@@ -30,6 +32,8 @@ TEST_F(QuestionFile, ReadsWhatTheCountReachesAndNoFurther) {
     EXPECT_EQ(edit.List[2].Answers[2].Value, "");
     EXPECT_EQ(edit.List[3].Text, "Three");
     EXPECT_EQ(edit.List[4].Text, "Kept");
+    ClearQuestions(edit);
+    EXPECT_EQ(edit.List[1].Answers[4].Value, "");
     for (const auto& [items, count] :
          {std::pair{"2.5", 2}, {"7abc", 7}, {"seven", 0}, {"101", 100}, {"-7", -7}}) {
         Put(File, std::string("[HEAD]\r\nitems=") + items);
