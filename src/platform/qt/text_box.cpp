@@ -63,8 +63,7 @@ class LineBox : public QLineEdit {
         Paste(QClipboard::Selection);
     }
     void dropEvent(QDropEvent* event) override {
-        if (event->source() == this && event->dropAction() == Qt::MoveAction)
-            return QLineEdit::dropEvent(event);
+        deselect();
         QMimeData text;
         text.setText(Fitting(PastedText(*event->mimeData(), kMostInLine)));
         QDropEvent drop(event->position(), event->possibleActions(), &text, event->buttons(),
