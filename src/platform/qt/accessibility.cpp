@@ -64,10 +64,15 @@ class AccessibleLabel : public QAccessibleWidget {
         return Label().Style().Button ? QStringList(pressAction()) : QStringList();
     }
 
+    // Behind the answer to who asks for it: a press may open a box, and nobody would read that one aloud.
     void doAction(const QString& action) override {
-        if (action != pressAction() || !widget()->isEnabled()) return;
-        auto* form = static_cast<FormWidget*>(widget()->window());
-        if (Control::Native* control = form->Find(widget())) control->PressFromOutside();
+        if (action != pressAction()) return;
+        const auto press = [label = widget()] {
+            auto* form = static_cast<FormWidget*>(label->window());
+            Control::Native* control = label->isEnabled() ? form->Find(label) : nullptr;
+            if (control != nullptr) control->PressFromOutside();
+        };
+        QMetaObject::invokeMethod(widget(), press, Qt::QueuedConnection);
     }
 
  private:

@@ -398,6 +398,7 @@ Told Describe(std::string_view form, std::string_view control) {
 
 void PressByAssistant(std::string_view form, std::string_view control) {
     Accessible(form, control)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QCoreApplication::processEvents();
 }
 
 void FocusByAssistant(std::string_view form, std::string_view control) {
