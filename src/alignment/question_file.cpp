@@ -24,8 +24,7 @@ std::string ValueKey(std::int32_t answer) { return "ansvervalue_" + NumberText(a
 }  // namespace
 
 std::size_t AnswerCodePosition(std::string_view Value) {
-    const auto* found = std::find_if(kAnswerCodes.begin(), kAnswerCodes.end(),
-                                     [Value](const AnswerCode& code) { return code.Code == Value; });
+    const auto* found = std::ranges::find(kAnswerCodes, Value, &AnswerCode::Code);
     return found == kAnswerCodes.end() ? 0 : static_cast<std::size_t>(found - kAnswerCodes.begin());
 }
 

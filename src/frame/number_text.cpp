@@ -31,13 +31,12 @@ double NearestDouble(std::string_view number) {
 }
 
 ParsedNumber ParseNumber(std::string_view text) {
-    const auto start =
-        static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), IsBlank) - text.begin());
+    const auto start = static_cast<std::size_t>(std::ranges::find_if_not(text, IsBlank) - text.begin());
     std::string_view number = text.substr(start);
     const bool negative = !number.empty() && number.front() == '-';
     if (negative || (!number.empty() && number.front() == '+')) number.remove_prefix(1);
     // from_chars would also take "inf", "nan" and a second sign.
-    if (number.empty() || !(IsDigit(number.front()) || number.front() == '.')) return {};
+    if (number.empty() || (!IsDigit(number.front()) && number.front() != '.')) return {};
 
     double value = 0;
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);

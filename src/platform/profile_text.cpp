@@ -87,8 +87,7 @@ std::string Folded(std::string_view name) {
 
 std::string_view FirstCharacters(std::string_view text, std::size_t count) {
     const auto begins = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
-    const auto* end =
-        std::find_if(text.begin(), text.end(), [&](char c) { return begins(c) && count-- == 0; });
+    const auto* end = std::ranges::find_if(text, [&](char c) { return begins(c) && count-- == 0; });
     return text.substr(0, static_cast<std::size_t>(end - text.begin()));
 }
 

@@ -12,9 +12,9 @@ constexpr std::int32_t kMinPerStep = 3;
 constexpr std::int32_t kMaxPerStep = 2;
 constexpr std::int32_t kLowestMin = 1;
 
-// Raises the statistics of the slots by a step of 1, or lowers them by a step of -1.
-void Shift(std::span<const std::int32_t> slots, std::int32_t step, StatTable& records) {
-    for (const std::int32_t slot : slots) {
+// Raises the statistics of a row's slots by a step of 1, or lowers them by a step of -1.
+void Shift(std::span<const std::int32_t> row, std::int32_t step, StatTable& records) {
+    for (const std::int32_t slot : row) {
         if (slot == kNoStat) continue;
         StatRecord& stat = records[static_cast<std::size_t>(slot)];
         stat.Min += kMinPerStep * step;

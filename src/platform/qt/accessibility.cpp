@@ -68,7 +68,7 @@ class AccessibleLabel : public QAccessibleWidget {
     void doAction(const QString& action) override {
         if (action != pressAction()) return;
         const auto press = [label = widget()] {
-            auto* form = static_cast<FormWidget*>(label->window());
+            const auto* form = static_cast<FormWidget*>(label->window());
             Control::Native* control = label->isEnabled() ? form->Find(label) : nullptr;
             if (control != nullptr) control->PressFromOutside();
         };

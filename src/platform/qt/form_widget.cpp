@@ -88,8 +88,8 @@ Control::Native* FormWidget::Find(const QWidget* widget) const {
 
 void FormWidget::FocusBehind(const QWidget* label) {
     const auto start = std::ranges::find(controls_, label, &Control::Native::Widget);
-    const auto next = std::find_if(start, controls_.end(),
-                                   [](const Control::Native* control) { return TakesFocus(*control); });
+    const auto next = std::ranges::find_if(
+        start, controls_.end(), [](const Control::Native* control) { return TakesFocus(*control); });
     if (next != controls_.end()) FocusTo((*next)->Widget);
 }
 
