@@ -219,7 +219,6 @@ void ProfileText::Split(Sections::iterator section) {
     for (auto next = std::next(section); next != opened_.end() && next->first == section->first; ++next) {
         next->second.Order = std::prev(next)->second.Order + 1;
     }
-    lastName_.reset();
 }
 
 std::string ProfileText::Joined() const {

@@ -130,8 +130,7 @@ class NewFile {
         struct stat made = {};
         if (::fstat(file_, &made) != 0) return false;
         const bool sameGroup = made.st_gid == status.st_gid;
-        mode_t mode = status.st_mode & 07777;
-        if (made.st_uid != status.st_uid) mode &= ~mode_t{S_ISUID};
+        mode_t mode = status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
         // Who was in the group is one of the others now, and may have been shut out.
         if (!sameGroup) mode &= S_IRWXU | ((mode & S_IRWXG) >> 3);
         if (!TakeAttributes(old, sameGroup)) mode &= S_IRWXU;

@@ -54,7 +54,7 @@ TEST_F(ProfileFileTest, GivesNobodyMoreRights) {
     if (geteuid() != 0 || !set(Folder, "user.note", "")) GTEST_SKIP() << "only root can give files to others";
     // As the system keeps lists: for the owner, for a user of one's own, the group, all of these, others.
     const std::uint32_t entries[] = {2,   0x6'0001, ~0U, 0x4'0002, 4711, 0x6'0004,
-                                     ~0U, 0x6'0010, ~0U, 0x20,     ~0U};
+                                     ~0U, 0x6'0010, ~0U, 0x4'0020, ~0U};
     const std::string list(reinterpret_cast<const char*>(entries), sizeof entries);
     constexpr const char* kList = "system.posix_acl_access";
     constexpr const char* kFolderList = "system.posix_acl_default";
@@ -65,10 +65,10 @@ TEST_F(ProfileFileTest, GivesNobodyMoreRights) {
         std::string ListBefore, ListAfter;
         bool Saves;
     } cases[] = {
-        {kNobody, 0, 0751, 0751, "", "", true},       {kNobody, 0, 0660, 0660, list, list, true},
+        {kNobody, 0, 0751, 0751, "", "", true},       {kNobody, 0, 0664, 0664, list, list, true},
         {kNobody, 0, 0444, 0444, "", "", false},  // root may, but nobody was meant to
-        {0, kNobody, 0664, 0664, "", "", false},      {0, kNobody, 06666, 0606, "", "", true},
-        {kNobody, kNobody, 0606, 0600, "", "", true}, {kNobody, kNobody, 0660, 0600, list, "", true},
+        {0, kNobody, 0664, 0664, "", "", false},      {0, kNobody, 0666, 0606, "", "", true},
+        {kNobody, kNobody, 0606, 0600, "", "", true}, {kNobody, kNobody, 0664, 0600, list, "", true},
     };
     ASSERT_EQ(chmod(Folder.c_str(), 0777), 0);
     for (const auto& [owner, saver, before, after, listBefore, listAfter, saves] : cases) {
