@@ -91,6 +91,7 @@ TEST_F(Editor, StoresTheEmptyTextWhereShowingASlotEmptiesABox) {
 
 TEST_F(Editor, ShowsNoCountForAFileThatIsMissingAndForgetsWhatWasNotSaved) {
     Enter(kForm, "Alt+Q", "Still here");
+    Press("cmndAdd");
     for (const char* button : {"cmndOpen", "cmndNext", "cmndLast"}) {
         Press(button);
         EXPECT_EQ(Text("lblNumber") + Text("txtQuestion"), "1/0Still here");
