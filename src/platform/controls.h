@@ -31,7 +31,8 @@ class Control {
     void SetDescription(std::string_view text);
 
     // X and Y in pixels from the control's corner. The control that got the press gets every move and the
-    // release, wherever the pointer is.
+    // release, wherever the pointer is; other buttons have no part in it till then. A press ends with the
+    // form: hidden, the control gets the release, at 0, 0.
     std::function<void(float X, float Y)> MouseDown;
     std::function<void(float X, float Y)> MouseMove;
     std::function<void(float X, float Y)> MouseUp;
@@ -39,7 +40,8 @@ class Control {
     std::function<void()> Click;
     // The focus has gone to another control of the form.
     std::function<void()> LostFocus;
-    // The focus is about to go to another control of the form: false holds it back.
+    // The focus goes to another control of the form: false holds it back, and the press or key that moves it
+    // does nothing else.
     std::function<bool()> Validate;
 
     struct Native;
@@ -52,7 +54,7 @@ class Control {
     std::unique_ptr<Native> native_;
 };
 
-// Text that takes no focus. A label with a Click is a button to assistive technology.
+// Text that takes no focus. One of the style Button is a button to assistive technology.
 class Label : public Control {
  public:
     struct Style {
@@ -72,6 +74,9 @@ class Label : public Control {
     void SetBorderStyle(int style);
 };
 
+// A text of one line or several. The user enters and edits it as anywhere on the desktop: Ctrl+A selects
+// all, Ctrl+Z undoes what was entered since the text was set last, and a key with Alt enters nothing. Line
+// breaks that are pasted into a box of one line become blanks.
 class TextBox : public Control {
  public:
     struct Style {
@@ -94,6 +99,9 @@ class TextBox : public Control {
     std::function<void()> Change;
 };
 
+// One entry of a list. A letter selects the next entry that begins with it. Click tells a choice: an entry
+// clicked on, a key in the closed list, Return in the open one. Whether a letter in the open list is a choice
+// by itself is the desktop's.
 class DropDownList : public Control {
  public:
     DropDownList(Form& form, std::string_view name, const Rect& place);

@@ -41,6 +41,7 @@ class Form {
     void Hide();
     bool Visible() const;
 
+    // Before the first Show: in front of the windows of other programs as well.
     void StayOnTop();
     // Puts the form into the middle of the screen that the pointer is on.
     void Centre();

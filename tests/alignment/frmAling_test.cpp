@@ -1,3 +1,4 @@
+#include "frame/theme.h"
 #include "support/window_test.h"
 
 using namespace orvane;
@@ -81,6 +82,7 @@ TEST_F(Meter, ReportsAnUnknownCodeAndGoesOnAsFarAsThereAreSlots) {
         // The box has the attention of all windows.
         const std::string question = Question();
         Answer(4);
+        robot::PressByAssistant(kForm, "lblInput(4)");
         EXPECT_EQ(Question(), question);
     });
     for (const char* question : {"1 of 0\r\n", "2 of 0\r\n"}) {
@@ -94,11 +96,11 @@ TEST_F(Meter, ReportsAnUnknownCodeAndGoesOnAsFarAsThereAreSlots) {
 
 TEST_F(Meter, GrowsWithTheFirstRollUpAndDragsByAGrabPointOfItsOwn) {
     Ask(0, {});
-    EXPECT_EQ(robot::Bounds(kForm, "shpFrame").Height, 273);
+    EXPECT_EQ(robot::Pixel(kForm, 100, 273 - 1), kFrameLine);
     for (const int height : {32, 321}) {
         robot::Click(kForm, "Cmnd(4)");
         EXPECT_EQ(robot::Bounds(kForm).Height, height);
-        EXPECT_EQ(robot::Bounds(kForm, "shpFrame").Height, height);
+        EXPECT_EQ(robot::Pixel(kForm, 100, height - 1), kFrameLine);
     }
     DragX = 77;
     robot::Press(kForm, robot::Middle(kForm, "lblTitle"));

@@ -19,6 +19,10 @@ struct Point {
     double Y = 0;
 };
 
+// The words of a command line that brings a program up without a screen, on a desktop of a language that runs
+// from right to left.
+std::vector<char*> Arguments(char* program);
+
 // The desktop turns to a window, as it does before a press or a key, unless an open list or menu has them
 // all.
 void TurnTo(std::string_view form);
@@ -37,9 +41,8 @@ void DoubleClick(std::string_view form, std::string_view control);
 // Turns the wheel over a control, up for steps above 0.
 void Wheel(std::string_view form, std::string_view control, int steps);
 
-// From now on nothing depends on how fast events follow each other: clicks are single ones but for
-// DoubleClick, letters in a list are searched for one by one, and no text is dragged away. For a program that
-// does not wait.
+// From now on nothing depends on how fast events follow each other: clicks are single ones, letters in a list
+// are searched for one by one, and no text is dragged away. For a program that does not wait.
 void Hurry();
 
 // A key by its name, such as "Tab", "Alt+N" or "Backspace"; goes to what has the focus in the window.
@@ -52,14 +55,16 @@ std::string Clipboard();
 // Opens a drop-down list with the pointer and picks an entry with it.
 void OpenList(std::string_view form, std::string_view control);
 void Choose(std::string_view form, std::string_view control, int index);
-// A key that goes to the open list.
-void KeyInOpenList(std::string_view form, std::string_view control, std::string_view key);
 // The open list or menu, from the corner of the window; without width if there is none. It gets the keys and
 // the pointer of every window.
 platform::Rect Popup(std::string_view form);
+// The colour at a place of it.
+platform::Color PopupPixel(int x, int y);
 
-// The desktop moves the window, or asks it to close.
+// The desktop moves the window, tells it of a place where it no longer is (nothing, where moves are told at
+// once), or asks it to close.
 void DesktopMoves(std::string_view form, int left, int top);
+void DesktopTellsLate(std::string_view form, int left, int top);
 void DesktopCloses(std::string_view form);
 
 bool Shown(std::string_view form);
@@ -67,16 +72,14 @@ bool Shown(std::string_view form);
 std::vector<std::string> ShownWindows();
 platform::Rect Bounds(std::string_view form);
 platform::Rect Bounds(std::string_view form, std::string_view control);
+bool OnTop(std::string_view form);
 // What a user reads on a control: a caption without the mark of its access key, a text, a selected entry.
 std::string Text(std::string_view form, std::string_view control);
 // Whether a text of several lines can be read without scrolling, each line on one line.
 bool Whole(std::string_view form, std::string_view control);
-// The labels, text boxes, buttons and lists whose text, or an entry, is drawn beyond the control or too small
-// to read. A text box of several lines counts by the room for columns and lines of its font.
+// The labels, boxes of one line, buttons and lists whose text, or an entry, is drawn beyond the control or
+// too small to read.
 std::vector<std::string> CutTexts(std::string_view form);
-bool RoomFor(std::string_view form, std::string_view control, int columns, int lines);
-// Whether a control and its text begin on the left.
-bool LeftToRight(std::string_view form, std::string_view control);
 // The controls that lie in the window, in the order in which they were made.
 std::vector<std::string> Controls(std::string_view form);
 bool Checked(std::string_view form, std::string_view control);
@@ -84,7 +87,8 @@ bool Checked(std::string_view form, std::string_view control);
 std::vector<std::string> Pressed(std::string_view form);
 // The control with the focus; empty if none has it.
 std::string Focus(std::string_view form);
-// The colours that are drawn on a part of the window, row by row, and at a place of it.
+// The colours that are drawn on a part of the window, row by row, and at a place of it; one for each of the
+// program's pixels, however dense the screen is.
 std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect& part);
 platform::Color Pixel(std::string_view form, int x, int y);
 
@@ -103,11 +107,7 @@ void WhenToolkitWarns(void (*tell)(const std::string& warning));
 // the program ended first. A menu that waits for an answer in the middle of a step is closed.
 bool Live(const std::function<bool()>& step);
 
-// What assistive technology is told of a control, its press action, and the focus that it gives.
-struct Told {
-    std::string Role;  // "text" if it is nothing but that
-};
-Told Describe(std::string_view form, std::string_view control);
+// What assistive technology does in place of a click, and the focus that it gives.
 void PressByAssistant(std::string_view form, std::string_view control);
 void FocusByAssistant(std::string_view form, std::string_view control);
 

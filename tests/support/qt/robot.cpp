@@ -1,7 +1,6 @@
 #include "support/robot.h"
 
 #include <QAbstractItemView>
-#include <QAbstractTextDocumentLayout>
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
@@ -16,7 +15,6 @@
 #include <QScrollBar>
 #include <QStyleOptionComboBox>
 #include <QTest>
-#include <QTextBlock>
 #include <QThread>
 #include <QTimer>
 #include <QWheelEvent>
@@ -29,6 +27,8 @@
 
 namespace robot {
 namespace {
+
+using platform::LabelWidget;
 
 QString Name(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -83,11 +83,24 @@ void SendKey(QWindow* window, std::string_view key) {
     QTest::keyClick(window, sequence[0].key(), sequence[0].keyboardModifiers());
 }
 
-QAccessibleInterface* Accessible(std::string_view form, std::string_view control) {
-    return QAccessible::queryAccessibleInterface(&FindControl(form, control));
+void Assist(std::string_view form, std::string_view control, const QString& action) {
+    QAccessible::queryAccessibleInterface(&FindControl(form, control))->actionInterface()->doAction(action);
+}
+
+// A colour that is drawn in the middle of a pixel.
+platform::Color ColorAt(const QImage& image, int x, int y) {
+    const QPointF at = QPointF(x + 0.5, y + 0.5) * image.devicePixelRatio();
+    const QColor color = image.pixelColor(static_cast<int>(at.x()), static_cast<int>(at.y()));
+    const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
+    return {byte(color.red()), byte(color.green()), byte(color.blue())};
 }
 
 }  // namespace
+
+std::vector<char*> Arguments(char* program) {
+    static char platform[] = "-platform", offscreen[] = "offscreen", reverse[] = "-reverse";
+    return {program, platform, offscreen, reverse};
+}
 
 void TurnTo(std::string_view form) {
     QWindow* window = WindowOf(form);
@@ -104,11 +117,6 @@ void Press(std::string_view form, Point at, Button button) {
 
 void Release(std::string_view form, Point at, Button button) {
     QTest::mouseRelease(WindowOf(form), ToQt(button), {}, ToQt(at));
-    // Two clicks of a test are two, however fast they come.
-    const int apart = std::max(QTest::mouseDoubleClickInterval, QApplication::doubleClickInterval());
-    if (QTest::lastMouseTimestamp > std::numeric_limits<int>::max() - 2 * apart)
-        QTest::lastMouseTimestamp = 0;
-    QTest::lastMouseTimestamp += apart;
 }
 
 Point Middle(std::string_view form, std::string_view control) {
@@ -142,7 +150,10 @@ void Wheel(std::string_view form, std::string_view control, int steps) {
     QCoreApplication::sendEvent(window, &wheel);
 }
 
-void Key(std::string_view form, std::string_view key) { SendKey(WindowOf(form), key); }
+void Key(std::string_view form, std::string_view key) {
+    const QWidget* popup = QApplication::activePopupWidget();
+    SendKey(popup != nullptr ? popup->windowHandle() : WindowOf(form), key);
+}
 
 void Type(std::string_view form, std::string_view text) {
     QWindow* window = WindowOf(form);
@@ -157,10 +168,8 @@ void Type(std::string_view form, std::string_view text) {
 }
 
 void Hurry() {
-    constexpr int kNever = 10 * 60 * 1000;  // between two events, in milliseconds
-    QApplication::setDoubleClickInterval(kNever);
+    QApplication::setDoubleClickInterval(0);
     QApplication::setKeyboardInputInterval(0);
-    QApplication::setStartDragTime(kNever);
     QApplication::setStartDragDistance(std::numeric_limits<int>::max());
     QApplication::setCursorFlashTime(0);
 }
@@ -187,20 +196,24 @@ void Choose(std::string_view form, std::string_view control, int index) {
     QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, at);
 }
 
-void KeyInOpenList(std::string_view form, std::string_view control, std::string_view key) {
-    auto& list = dynamic_cast<QComboBox&>(FindControl(form, control));
-    SendKey(list.view()->window()->windowHandle(), key);
-}
-
 platform::Rect Popup(std::string_view form) {
     const QWidget* popup = QApplication::activePopupWidget();
     if (popup == nullptr) return {};
     return ToRect(popup->geometry().translated(-FindForm(form).pos()));
 }
 
+platform::Color PopupPixel(int x, int y) {
+    return ColorAt(QApplication::activePopupWidget()->grab().toImage(), x, y);
+}
+
 void DesktopMoves(std::string_view form, int left, int top) {
     WindowOf(form)->setPosition(left, top);
     QCoreApplication::processEvents();
+}
+
+void DesktopTellsLate(std::string_view form, int left, int top) {
+    QMoveEvent late({left, top}, {});
+    QCoreApplication::sendEvent(&FindForm(form), &late);
 }
 
 void DesktopCloses(std::string_view form) { FindForm(form).close(); }
@@ -226,71 +239,59 @@ platform::Rect Bounds(std::string_view form, std::string_view control) {
     return ToRect(FindControl(form, control).geometry());
 }
 
+bool OnTop(std::string_view form) { return FindForm(form).windowFlags().testFlag(Qt::WindowStaysOnTopHint); }
+
 std::string Text(std::string_view form, std::string_view control) {
-    QWidget& widget = FindControl(form, control);
-    if (const auto* label = dynamic_cast<platform::LabelWidget*>(&widget))
+    const QWidget& widget = FindControl(form, control);
+    if (const auto* label = dynamic_cast<const LabelWidget*>(&widget))
         return label->Parsed().Text.toStdString();
-    if (const auto* box = qobject_cast<QLineEdit*>(&widget)) return box->text().toStdString();
-    if (const auto* area = qobject_cast<QPlainTextEdit*>(&widget))
-        return area->toPlainText().replace('\n', "\r\n").toStdString();
-    if (const auto* list = qobject_cast<QComboBox*>(&widget)) return list->currentText().toStdString();
-    if (const auto* button = qobject_cast<QAbstractButton*>(&widget)) return button->text().toStdString();
+    for (const char* property : {"text", "plainText", "currentText"}) {
+        const QVariant text = widget.property(property);
+        if (text.isValid()) return text.toString().replace('\n', "\r\n").toStdString();
+    }
     throw std::runtime_error("no text on " + std::string(control));
 }
 
 bool Whole(std::string_view form, std::string_view control) {
     auto& area = dynamic_cast<QPlainTextEdit&>(FindControl(form, control));
-    for (QTextBlock line = area.document()->begin(); line.isValid(); line = line.next()) {
-        if (area.document()->documentLayout()->blockBoundingRect(line).isNull() ||
-            line.layout()->lineCount() != 1)
-            return false;
-    }
-    return area.verticalScrollBar()->maximum() == 0;
+    area.grab();  // lays the text out
+    return area.document()->lineCount() == area.blockCount() && area.verticalScrollBar()->maximum() == 0;
 }
 
 std::vector<std::string> CutTexts(std::string_view form) {
     constexpr int kSmallest = 8;
+    constexpr int kMark = 18;  // of a check box
     std::vector<std::string> cut;
     for (QWidget* control : FindForm(form).findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        const QFontMetricsF metrics(control->font());
-        const auto fits = [&](const QString& text, const QSizeF& room) {
-            if (metrics.horizontalAdvance(text) > room.width() || metrics.height() > room.height())
-                cut.push_back((control->objectName() + ": " + text).toStdString());
-        };
-        if (auto* label = dynamic_cast<platform::LabelWidget*>(control)) {
-            if (label->DrawnFont().pixelSize() < kSmallest)
-                cut.push_back((label->objectName() + ": " + label->Caption()).toStdString());
-        } else if (const auto* box = qobject_cast<QLineEdit*>(control)) {
-            fits(box->text(), box->size() - QSize(2, 0));
-        } else if (const auto* list = qobject_cast<QComboBox*>(control)) {
+        QStringList texts;
+        if (const QVariant text = control->property("text"); text.isValid())
+            texts.push_back(text.toString().remove('&'));
+        QSize room = control->size() - QSize(qobject_cast<QCheckBox*>(control) != nullptr ? kMark : 2, 0);
+        if (const auto* list = qobject_cast<QComboBox*>(control)) {
             QStyleOptionComboBox option;
             option.initFrom(list);
-            const QRect room = list->style()->subControlRect(QStyle::CC_ComboBox, &option,
-                                                             QStyle::SC_ComboBoxEditField, list);
-            for (int i = 0; i < list->count(); ++i) fits(list->itemText(i), room.size());
-        } else if (const auto* button = qobject_cast<QAbstractButton*>(control)) {
-            const int mark = qobject_cast<const QCheckBox*>(button) != nullptr ? 18 : 2;
-            fits(QString(button->text()).remove('&'), button->size() - QSize(mark, 2));
+            room = list->style()
+                       ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, list)
+                       .size();
+            for (int i = 0; i < list->count(); ++i) texts.push_back(list->itemText(i));
         }
+        auto* label = dynamic_cast<LabelWidget*>(control);
+        if (label != nullptr) {
+            texts.push_back(label->Parsed().Text.trimmed());
+            room = label->size();
+        }
+        const QFont font = label != nullptr ? label->DrawnFont() : control->font();
+        const bool wrapped = label != nullptr && label->Style().Wrapped;
+        const auto fits = [&](const QString& text) {
+            const QRectF drawn =
+                QFontMetricsF(font).boundingRect(QRect({}, room), wrapped ? Qt::TextWordWrap : 0, text);
+            const bool tall = drawn.height() > room.height() && (label == nullptr || wrapped);
+            return drawn.width() <= room.width() && !tall;
+        };
+        if (!std::ranges::all_of(texts, fits) || (label != nullptr && font.pixelSize() < kSmallest))
+            cut.push_back(control->objectName().toStdString());
     }
     return cut;
-}
-
-bool RoomFor(std::string_view form, std::string_view control, int columns, int lines) {
-    const auto& area = dynamic_cast<QPlainTextEdit&>(FindControl(form, control));
-    const QFontMetricsF metrics(area.font());
-    return metrics.horizontalAdvance(QString(columns, '0')) <= area.viewport()->width() &&
-           metrics.lineSpacing() * lines <= area.viewport()->height();
-}
-
-bool LeftToRight(std::string_view form, std::string_view control) {
-    QWidget& widget = FindControl(form, control);
-    // An empty box would put its caret to the side that the language begins on.
-    const auto* box = qobject_cast<QLineEdit*>(&widget);
-    const bool caretLeft = box == nullptr || !box->text().isEmpty() ||
-                           (box->alignment() & Qt::AlignHCenter) ||
-                           box->inputMethodQuery(Qt::ImCursorRectangle).toRectF().left() < box->width() / 2.0;
-    return widget.layoutDirection() == Qt::LeftToRight && caretLeft;
 }
 
 std::vector<std::string> Controls(std::string_view form) {
@@ -313,7 +314,7 @@ bool Checked(std::string_view form, std::string_view control) {
 std::vector<std::string> Pressed(std::string_view form) {
     std::vector<std::string> names;
     for (const QObject* child : FindForm(form).children()) {
-        const auto* label = dynamic_cast<const platform::LabelWidget*>(child);
+        const auto* label = dynamic_cast<const LabelWidget*>(child);
         if (label != nullptr && label->Bordered()) names.push_back(label->objectName().toStdString());
     }
     return names;
@@ -325,14 +326,10 @@ std::string Focus(std::string_view form) {
 }
 
 std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect& part) {
-    const QImage image = FindForm(form).grab(QRect(part.Left, part.Top, part.Width, part.Height)).toImage();
+    const QImage image = FindForm(form).grab().toImage();
     std::vector<platform::Color> colors;
-    for (int y = 0; y < part.Height; ++y) {
-        for (int x = 0; x < part.Width; ++x) {
-            const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
-            const QRgb color = image.pixel(x, y);
-            colors.push_back({byte(qRed(color)), byte(qGreen(color)), byte(qBlue(color))});
-        }
+    for (int y = part.Top; y < part.Top + part.Height; ++y) {
+        for (int x = part.Left; x < part.Left + part.Width; ++x) colors.push_back(ColorAt(image, x, y));
     }
     return colors;
 }
@@ -342,19 +339,19 @@ platform::Color Pixel(std::string_view form, int x, int y) { return Pixels(form,
 static int messagesSeen = 0;
 
 void WhenMessageComes(std::function<void()> look) {
-    static QTimer* messageWatch;
+    static QTimer* watch;
     messagesSeen = 0;
-    delete messageWatch;
-    messageWatch = new QTimer(qApp);
-    messageWatch->callOnTimeout([look = std::move(look)] {
+    delete watch;
+    watch = new QTimer(qApp);
+    watch->callOnTimeout([look = std::move(look)] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (box == nullptr || box->property("seen").toBool()) return;
-        box->setProperty("seen", true);
+        if (box == nullptr || !box->objectName().isEmpty()) return;
+        box->setObjectName("seen");
         ++messagesSeen;
         look();
         if (box->isVisible()) QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
     });
-    messageWatch->start(0);
+    watch->start(0);
 }
 
 std::string MessageText() {
@@ -392,17 +389,13 @@ bool Live(const std::function<bool()>& step) {
     return QCoreApplication::exec() == 0;
 }
 
-Told Describe(std::string_view form, std::string_view control) {
-    return {Accessible(form, control)->role() == QAccessible::StaticText ? "text" : ""};
-}
-
 void PressByAssistant(std::string_view form, std::string_view control) {
-    Accessible(form, control)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    Assist(form, control, QAccessibleActionInterface::pressAction());
     QCoreApplication::processEvents();
 }
 
 void FocusByAssistant(std::string_view form, std::string_view control) {
-    Accessible(form, control)->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    Assist(form, control, QAccessibleActionInterface::setFocusAction());
 }
 
 }  // namespace robot
