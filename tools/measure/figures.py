@@ -41,9 +41,9 @@ def beside_bare_window(program, bare, rounds):
             running.close()
     ours, theirs = (list(zip(*kept[1:])) for kept in samples.values())
     medians = [f"{statistics.median(a):.1f} : {statistics.median(b):.1f}" for a, b in zip(ours, theirs)]
-    row("start until the launcher is on the screen", 1.3, "x", ratio(ours[0], theirs[0]), medians[0] + " ms")
-    row("memory at rest, resident", 1.3, "x", ratio(ours[1], theirs[1]), medians[1] + " MiB")
-    row("memory at rest, proportional", 1.3, "x", ratio(ours[2], theirs[2]), medians[2] + " MiB")
+    row("start until the launcher is on the screen", 1.25, "x", ratio(ours[0], theirs[0]), medians[0] + " ms")
+    row("memory at rest, resident", 1.2, "x", ratio(ours[1], theirs[1]), medians[1] + " MiB")
+    row("memory at rest, proportional", 1.2, "x", ratio(ours[2], theirs[2]), medians[2] + " MiB")
     return [statistics.median(column) for column in theirs[1:]]
 
 
@@ -66,7 +66,7 @@ def tools(program, bare_memory, rounds):
     for tool in list(TOOLS)[1:]:  # the counter brings the generator with it
         running.open(tool)
     for name, size, bare in zip(("resident", "proportional"), running.memory(), bare_memory):
-        row(f"memory with all tools open, {name}", 1.6, "x", size / bare, f"{size:.1f} : {bare:.1f} MiB")
+        row(f"memory with all tools open, {name}", 1.45, "x", size / bare, f"{size:.1f} : {bare:.1f} MiB")
     running.close()
 
 
