@@ -51,6 +51,14 @@ TEST(StatCount, AllSelectionsFollowTheNetCounts) {
     const auto index = [](const auto& table, const ModifierEntry& entry) {
         return static_cast<std::int32_t>(&entry - table.data());
     };
+    // The order of the lists.
+    auto inOrder = [row = std::begin(kChoices)](const auto& table) mutable {
+        return std::ranges::all_of(table, [&row](const ModifierEntry& entry) {
+            return row != std::end(kChoices) && (row++)->Entry == entry.Entry;
+        });
+    };
+    EXPECT_TRUE(inOrder(SexModifiers) && inOrder(RaceModifiers) && inOrder(ClassModifiers));
+
     StatTable records;
     records.fill({-99, 99, 7, "stale", 1234});
     for (const ModifierEntry& sex : SexModifiers) {
