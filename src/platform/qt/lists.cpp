@@ -43,6 +43,8 @@ class ListWidget : public QComboBox {
             view()->installEventFilter(this);
             ThemePopup(*view(), *this);
         }
+        // A newer toolkit would mark the entry at which the open list was last left with Escape.
+        view()->setCurrentIndex(model()->index(currentIndex(), modelColumn()));
         QComboBox::showPopup();
     }
 
