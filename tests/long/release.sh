@@ -12,7 +12,7 @@ source tools/packages.sh
 if [[ -z $work ]]; then
     need release
     work=$(mktemp -d /var/tmp/orvane-release-XXXXXX)
-    trap 'kill -KILL $! && sleep 1; rm -rf --one-file-system "$work"' EXIT
+    trap 'kill -KILL $! 2>/dev/null && sleep 1; rm -rf --one-file-system "$work"' EXIT
     trap 'exit 130' INT TERM HUP
     # What is mounted and started in there ends with it.
     unshare --mount --pid --fork --kill-child "$0" "$release" "$work" &
