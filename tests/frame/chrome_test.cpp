@@ -59,6 +59,8 @@ TEST_F(Chrome, RollsUpAndDownAndClosesAsTheDesktopAsks) {
     window.SetTop(3000);
     robot::Move(kForm, {4, 100});
     EXPECT_EQ(robot::Text(kForm, "Status"), "Ready!");
+    robot::Hover(kForm, "Cmnd(3)");
+    EXPECT_EQ(robot::Text(kForm, "Status"), "Will close this window");
     const robot::Point middle = robot::Middle(kForm, "Cmnd(4)");
     for (const auto& [height, glyph] : {std::pair{32, "="}, {robot::Bounds(kForm).Height, "_"}}) {
         robot::Press(kForm, middle);

@@ -143,6 +143,7 @@ TEST_F(Controls, AListTellsItsOpeningKeysAndChoices) {
 TEST_F(Controls, TheFocusAsksBeforeItGoesAndTellsThatItWent) {
     TextBox first(form, "first", {0, 0, 100, 20}, {});
     DropDownList second(form, "second", {0, 30, 100, 20});
+    second.AddItem("entry");
     PushButton button(form, "button", {0, 60, 100, 20}, "&Save");
     bool letGo = false;
     first.Validate = [&] { return letGo; };
@@ -152,6 +153,8 @@ TEST_F(Controls, TheFocusAsksBeforeItGoesAndTellsThatItWent) {
     other.Show();
     form.Show();
     robot::TurnTo("Test");
+    robot::Wheel("Test", "second", -1);
+    EXPECT_EQ(second.ListIndex(), -1);
     robot::Click("Test", "button");
     robot::Key("Test", "Alt+S");
     robot::FocusByAssistant("Test", "second");

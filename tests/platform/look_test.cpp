@@ -44,10 +44,13 @@ TEST_F(Look, TheThemeIsDrawn) {
     constexpr platform::Rect kMark{13, 60, 9, 9};
     const auto unchecked = robot::Pixels("frmRange2Dice", kMark);
     robot::TurnTo("frmRange2Dice");
-    robot::Click("frmRange2Dice", "chkAuto");
+    // Behind the last letter, which is the box's as well.
+    robot::Press("frmRange2Dice", {55, 64});
+    robot::Release("frmRange2Dice", {55, 64});
     EXPECT_TRUE(robot::Pixels("frmRange2Dice", kMark) != unchecked);
     EXPECT_EQ(robot::Pixel("frmWeapons", 260, 150), orvane::kControlLine);  // the scroll bar's left edge
     robot::OpenList("frmStatsGenerator", "cmbClass");
+    EXPECT_EQ(robot::PopupPixel(0, 30), orvane::kControlLine);
     EXPECT_EQ(robot::PopupPixel(100, 60), orvane::kControlColors.Back);
 }
 
