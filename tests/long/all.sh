@@ -1,6 +1,6 @@
 #!/bin/bash
-# The checks that take their time, one after the other, or those that are named. Each tells in a line whether it
-# holds and what it shows; what it printed, and its pictures, lie in build/long.
+# The checks that take their time, one after the other, or those that are named. Each tells in a line whether
+# it holds and what it shows; what it printed, and its pictures, lie in build/long.
 set -uo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 source tools/packages.sh
@@ -14,7 +14,8 @@ check() { # NAME "PURPOSE OF PACKAGES..." WHAT IT SHOWS: COMMAND
 check code "" "the code is laid out and reads clean" tests/long/code.sh
 check package "" "the package and the archive are whole, and the same when packed again" tests/long/package.sh
 for release in bookworm trixie; do
-    check "$release" "" "in a minimal Debian of that name ./run, ./test and the package hold" "tests/long/release.sh $release"
+    check "$release" "" "in a minimal Debian of that name ./run, ./test and the package hold" \
+        "tests/long/release.sh $release"
 done
 for manager in i3 xfwm4 mutter; do
     check "$manager" "desktops" "the walk through every tool holds under the window manager $manager" \
@@ -23,12 +24,16 @@ done
 check dense "" "the walk through every tool holds on a screen of twice the density" \
     "env QT_SCALE_FACTOR=2 $walk walk $out/dense"
 check idle "" "with all tools open and used no thread of the program runs for 40 seconds" "$walk idle 40"
-check looks "looks" "texts stay whole at densities 1 to 3, in other fonts and sizes; other languages change nothing" \
+check looks "looks" \
+    "texts stay whole at densities 1 to 3, in other fonts and sizes; other languages change nothing" \
     tests/long/looks.sh
 check monkey "" "200,000 random events break none of what must always hold, and nothing grows" \
     "env EVENTS=200000 LSAN_OPTIONS=suppressions=tests/support/leaks.supp build/sanitize/tests/monkey"
 check figures "measure" "start, memory, answers and wake-ups keep within their budgets" tools/measure.sh
 
+for name; do
+    [[ " ${names[*]} " == *" $name "* ]] || { echo "no check $name, but: ${names[*]}" >&2; exit 2; }
+done
 failed=0
 mkdir -p "$out"
 for i in "${!names[@]}"; do
