@@ -62,7 +62,6 @@ class Control:
     description = property(lambda self: self.accessible.get_description())
     role = property(lambda self: self.accessible.get_role_name().removeprefix("push "))  # until AT-SPI 2.54
     text = property(lambda self: Atspi.Text.get_text(self.accessible, 0, -1))
-    checked = property(lambda self: self.told("CHECKED"))
     focused = property(lambda self: self.told("FOCUSED"))
     showing = property(lambda self: self.told("SHOWING"))
 

@@ -8,5 +8,4 @@ set(DESKTOP_CORE_TESTS
   platform/qt/profile_file_test.cpp)
 set(DISPLAY_CHECKS walk accessibility sound screens wayland handover faults idle installed)
 set(SOURCE_ROOT)
-set(LEFT_OUT)
 set(HAS_LINUX_TESTS ON)

@@ -11,7 +11,3 @@ set(WINDOW_TEST_PROPERTIES RESOURCE_LOCK screen)  # one has the pointer and the 
 set(DESKTOP_CORE_TESTS)
 set(DISPLAY_CHECKS)
 set(SOURCE_ROOT Z:)  # where Wine has the root folder
-
-# The text box of this desktop lays a line out in the square of its length, and a word that it must break in the
-# cube: a megabyte without a blank would take hours. It is given less than the box could hold.
-set(LEFT_OUT Controls.ABoxTakesNoMoreThanItIsFor)
