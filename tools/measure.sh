@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Prints a table of what the program is held to, what was measured, and which of it holds: start-up and memory beside
-# a bare window of the toolkit, the first opening of each tool, a press, the cores, and the idle program.
+# Prints a table of what the program is held to, what was measured, and which of it holds: start-up and memory
+# beside a bare window of the toolkit, the first opening of each tool, a press, the cores, and the idle program.
 # usage: measure.sh [ROUNDS]
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -11,7 +11,8 @@ echo "Building the optimised program."
 quietly cmake --preset release -DORVANE_BENCHMARKS=ON
 quietly cmake --build --preset release
 mkdir -p build/measure
-g++ -O2 -fPIC tools/measure/bare_window.cpp -o build/measure/bare_window $(pkg-config --cflags --libs Qt6Widgets)
+g++ -O2 -fPIC tools/measure/bare_window.cpp -o build/measure/bare_window \
+    $(pkg-config --cflags --libs Qt6Widgets)
 
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT

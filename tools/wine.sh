@@ -12,7 +12,8 @@ prepare() {
     rm -rf "$WINEPREFIX"
     mkdir -p "$(dirname "$WINEPREFIX")"
     xvfb-run -a "$wine" wineboot --init >/dev/null 2>&1 || true
-    # Debian's Wine does not find its own fonts by itself, so there would be no "MS Sans Serif" and no "Fixedsys".
+    # Debian's Wine does not find its own fonts by itself, so there would be no "MS Sans Serif" and no
+    # "Fixedsys".
     cp /usr/share/wine/fonts/*.fon /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
     # No window manager: windows stand where the program puts them, at once.
     xvfb-run -a "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1

@@ -1,5 +1,5 @@
-"""Cuts a save off, or lets it fail, at each of its calls to the system: the file is the old one or the new one,
-and what is left beside it goes with the next save. usage: saving_test.py SAVE_QUESTIONS"""
+"""Cuts a save off, or lets it fail, at each of its calls to the system: the file is the old one or the new
+one, and what is left beside it goes with the next save. usage: saving_test.py SAVE_QUESTIONS"""
 
 import collections
 import os

@@ -1,5 +1,5 @@
-"""A walk through the real program with the events of a pointer and a keyboard. Prints what the tools showed and
-leaves a picture of each window."""
+"""A walk through the real program with the events of a pointer and a keyboard. Prints what the tools showed
+and leaves a picture of each window."""
 
 import pathlib
 import re

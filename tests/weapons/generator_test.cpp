@@ -11,8 +11,7 @@ using namespace orvane;
 namespace {
 
 TEST(ScaleValue, KeepsItsOrder) {
-    // 82.5 or just below in any other order of the steps, and just above in this
-    // one.
+    // 82.5 or just below in any other order of the steps, and just above in this one.
     EXPECT_EQ(RoundToLong(ScaleValue(110, 50, 125, 120)), 83);
 }
 
@@ -31,10 +30,8 @@ TEST(WeaponSheet, ShowsBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
         return BuildWeaponSheet(GenerateWeapon(tables));
     };
     EXPECT_EQ(sheet(),
-              "   Stick\r\nDamage: 0\r\nDamage Fatigue: 0\r\nAttack "
-              "Bonus: \r\nCritical Chance: 0\r\n"
-              "Damage Type: Blunt\r\nSpeed: 0\r\nDefence Bonus: "
-              "\r\nDurability: 0 of 0\r\nWeight: 0\r\n"
+              "   Stick\r\nDamage: 0\r\nDamage Fatigue: 0\r\nAttack Bonus: \r\nCritical Chance: 0\r\n"
+              "Damage Type: Blunt\r\nSpeed: 0\r\nDefence Bonus: \r\nDurability: 0 of 0\r\nWeight: 0\r\n"
               "0-Handed\r\nShop price: 0");
     base.AttackBonus = base.Defence = 0;
     base.MinDamage = 1;
@@ -42,10 +39,9 @@ TEST(WeaponSheet, ShowsBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
     tables.Metals[0].ReqLev = 1;
     tables.BucLevels[0].ReqLev = -1;
     EXPECT_EQ(sheet(),
-              "   Stick\r\nDamage: \r\nDamage Fatigue: 0\r\nCritical "
-              "Chance: 0\r\nDamage Type: Blunt\r\n"
-              "Speed: 0\r\nDurability: 0 of 0\r\nWeight: 0\r\nRequired "
-              "Level: 1\r\n0-Handed\r\nShop price: 0");
+              "   Stick\r\nDamage: \r\nDamage Fatigue: 0\r\nCritical Chance: 0\r\nDamage Type: Blunt\r\n"
+              "Speed: 0\r\nDurability: 0 of 0\r\nWeight: 0\r\nRequired Level: 1\r\n0-Handed\r\n"
+              "Shop price: 0");
 }
 
 }  // namespace

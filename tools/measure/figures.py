@@ -22,8 +22,8 @@ def row(what, budget, unit, value, more=""):
     holds = value <= budget
     if not holds:
         missed.append(what)
-    print(f"{what:44s} {f'{budget:g} {unit}':>12s} {f'{value:.3g} {unit}':>12s}  {'holds' if holds else 'MISSED':6s}"
-          f"  {more}", flush=True)
+    print(f"{what:44s} {f'{budget:g} {unit}':>12s} {f'{value:.3g} {unit}':>12s}"
+          f"  {'holds' if holds else 'MISSED':6s}  {more}", flush=True)
 
 
 def ratio(ours, theirs):
@@ -59,7 +59,8 @@ def tools(program, bare_memory, rounds):
         presses = [took for took in presses if took is not None]
         if not presses:
             sys.exit(f"no press in {tool} gave a text")
-        row(f"first opening, {tool}", 50, "ms", statistics.median(openings), f"worst of {rounds}: {max(openings):.1f}")
+        row(f"first opening, {tool}", 50, "ms", statistics.median(openings),
+            f"worst of {rounds}: {max(openings):.1f}")
         row(f"press to text, {tool}", 5, "ms", statistics.median(presses),
             f"worst of {len(presses)}: {max(presses):.1f}")
     running = Program([program])

@@ -1,5 +1,6 @@
-"""The program as a stop-watch beside it sees it: from exec to the launcher on the screen, from a click to a window or
-a text, the memory, and how often an idle program wakes up. Needs a display without other windows (Xvfb serves)."""
+"""The program as a stop-watch beside it sees it: from exec to the launcher on the screen, from a click to a
+window or a text, the memory, and how often an idle program wakes up. Needs a display without other windows
+(Xvfb serves)."""
 import contextlib
 import pathlib
 import subprocess
@@ -8,8 +9,8 @@ import time
 from Xlib import X, display
 from Xlib.ext import xtest
 
-# Of each tool its button in the launcher, how many windows come up (its own is the last), a button of its window that
-# gives a text, and the box of this text: left, top, width, height.
+# Of each tool its button in the launcher, how many windows come up (its own is the last), a button of its window
+# that gives a text, and the box of this text: left, top, width, height.
 TOOLS = {
     "Stats Min/Max Generator": ((100, 72), 1, (64, 192), (128, 48, 209, 177)),
     "Dice Roller": ((100, 96), 1, (110, 200), (8, 104, 193, 81)),
@@ -22,7 +23,8 @@ NOTHING_CHANGED = 0.5  # seconds after which a press counts as one that gave the
 
 
 class Program:
-    """A started program. `started` is the time from exec to its first window on the screen, in milliseconds."""
+    """A started program. `started` is the time from exec to its first window on the screen, in
+    milliseconds."""
 
     def __init__(self, command):
         self.screen = display.Display()
@@ -67,7 +69,8 @@ class Program:
         return window, took
 
     def press(self, window, tool):
-        """Presses the tool's button. Gives the time to the changed text, in milliseconds; None if it is the same."""
+        """Presses the tool's button. Gives the time to the changed text, in milliseconds; None if it is
+        the same."""
         *_, button, text = TOOLS[tool]
 
         def picture():
