@@ -3,7 +3,8 @@ enable_language(RC)
 find_program(CONVERT convert REQUIRED DOC "ImageMagick's converter of pictures")
 
 add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
-add_link_options(-static)
+# The same sources give the same file.
+add_link_options(-static LINKER:--no-insert-timestamp $<$<CONFIG:Release>:-s>)
 
 set(ORVANE_HARDENING)
 set(ORVANE_LINK_HARDENING -fstack-protector-strong LINKER:--dynamicbase,--high-entropy-va,--nxcompat)

@@ -11,6 +11,9 @@ declare -A PACKAGES=(
     [desktops]="i3-wm mutter xfce4-settings xfwm4"
     [looks]="fonts-freefont-ttf locales qt6ct"
     [sounds]="csound"
+    [windows]="cmake fonts-liberation fonts-wine g++-mingw-w64-x86-64-posix imagemagick ninja-build wine64 xauth xvfb"
+    [windows-test]="googletest"
+    [windows-tour]="imagemagick openbox python3 xclip xdotool xvfb"
     [test]="libgtest-dev strace weston x11-xserver-utils xfce4-settings xwayland"
 )
 

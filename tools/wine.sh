@@ -2,29 +2,45 @@
 # Runs a program for Windows in Wine, with a prefix of the project's own that is made at the first use.
 #
 # usage: wine.sh PROGRAM [ARGUMENT...]
+#        wine.sh --prepare   makes the prefix
+#        wine.sh --on-screen SIZE COMMAND [ARGUMENT...]
+#                            runs any command on a virtual screen, where Wine ends with it
+#        wine.sh --end       ends all that runs in the prefix
 set -euo pipefail
 export WINEPREFIX=${ORVANE_WINE:-$(dirname "$(readlink -f "$0")")/../build/wine}
 export WINEDEBUG=${WINEDEBUG--all} WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 wine=/usr/lib/wine/wine64
+server=/usr/lib/wine/wineserver64
+[[ -x $wine ]] || wine=/usr/lib/wine/wine
+[[ -x $server ]] || server=/usr/lib/wine/wineserver
 
 prepare() {
-    [[ -e $WINEPREFIX/ready ]] && return
+    [[ ! -e $WINEPREFIX/ready ]] || return 0
     rm -rf "$WINEPREFIX"
-    mkdir -p "$(dirname "$WINEPREFIX")"
-    xvfb-run -a "$wine" wineboot --init >/dev/null 2>&1 || true
-    # Debian's Wine does not find its own fonts by itself, so there would be no "MS Sans Serif" and no
-    # "Fixedsys".
+    xvfb-run -a "$wine" wineboot --init
+    # Debian's Wine does not find its own fonts by itself: there would be no "MS Sans Serif" or "Fixedsys".
     cp /usr/share/wine/fonts/*.fon /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
     # No window manager: windows stand where the program puts them, at once.
-    xvfb-run -a "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
-    /usr/lib/wine/wineserver64 --wait
+    xvfb-run -a "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
+    "$server" --wait
     touch "$WINEPREFIX/ready"
 }
 
-# Tests of several processes may come here at once.
-mkdir -p "$(dirname "$WINEPREFIX")"
-exec 9>"$WINEPREFIX.lock"
-flock 9
-prepare
-exec 9>&-
-exec "$wine" "$@"
+case $1 in
+    --prepare)
+        mkdir -p "$(dirname "$WINEPREFIX")"
+        exec 9>"$WINEPREFIX.lock"
+        flock 9
+        prepare
+        ;;
+    --on-screen)
+        xvfb-run -a -s "-screen 0 $2x24" "${@:3}" || code=$?
+        "$server" --kill || true
+        exit "${code-0}"
+        ;;
+    --end) "$server" --kill ;;
+    *)
+        "$0" --prepare >/dev/null 2>&1
+        exec "$wine" "$@"
+        ;;
+esac

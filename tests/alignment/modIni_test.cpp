@@ -24,7 +24,7 @@ TEST_F(ModIniTest, WritesGoByThemselvesAndSayNothing) {
     IniWrite("Q", "none", {}, kName);
     EXPECT_EQ(BytesOf(File), "[Q]\r\ntext=a\r\nb=c\r\n");
     EXPECT_EQ(IniRead("q", "b", kName), "c");
-    EXPECT_EQ(IniWrite("s", "k", "1", "~/missing/a.ini"), kTrue);
+    EXPECT_EQ(IniWrite("s", "k", "1", platform::Utf8OfPath(Folder / "missing/a.ini")), kTrue);
     EXPECT_FALSE(std::filesystem::exists(Folder / "missing")) << "a folder outside the user's own";
     IniWrite("s", "a=b", "1", "b.ini");
     EXPECT_EQ(CountIn(User), 1);

@@ -9,7 +9,8 @@ import sys
 
 from desktop import Failure
 
-MODULES = {"walk": "walk", "accessibility": "accessibility", "sound": "sound", "installed": "installed"}
+MODULES = {"walk": "walk", "accessibility": "accessibility", "sound": "sound", "installed": "installed",
+           "windows": "windows"}
 
 program, check, *words = sys.argv[1:]
 try:

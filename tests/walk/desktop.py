@@ -122,9 +122,10 @@ def screen(home, manager="openbox"):
         number, server = start_server(log, "Xvfb", "-displayfd", "{}", "-noreset", "-screen", "0",
                                       f"{width}x{height}x24")
         with surroundings(DISPLAY=f":{number}"):
-            start(*MANAGERS[manager], stdout=log, stderr=log)
-            managed = lambda: "window id" in properties("root", "_NET_SUPPORTING_WM_CHECK")
-            wait_for("the window manager", managed)
+            if manager:
+                start(*MANAGERS[manager], stdout=log, stderr=log)
+                managed = lambda: "window id" in properties("root", "_NET_SUPPORTING_WM_CHECK")
+                wait_for("the window manager", managed)
             yield server
     if server.poll() is not None:  # one that was killed leaves these
         for left in f".X11-unix/X{number}", f".X{number}-lock":

@@ -28,7 +28,7 @@ foreach(name banner banner@2x display display@2x logo logo@2x ornament ornament@
   list(APPEND PICTURES ${BITMAPS}/${name}.bmp)
 endforeach()
 set(ICONS)
-foreach(size 16 24 32 48 64 128 256)
+foreach(size 16 24 32 48 64 256)
   list(APPEND ICONS ${ASSETS}/icons/${size}.png)
 endforeach()
 add_custom_command(OUTPUT ${BITMAPS}/logo.ico
@@ -47,3 +47,9 @@ set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/program.rc PROPERTIES
 target_sources(orvane_platform INTERFACE $<TARGET_OBJECTS:orvane_resources>)
 
 set_target_properties(orvane-utilities PROPERTIES WIN32_EXECUTABLE ON)
+
+# Tells the walk through the real program what assistive technology is told of it.
+add_executable(eyes EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/tests/support/win32/eyes.cpp)
+target_compile_options(eyes PRIVATE -municode)
+target_link_options(eyes PRIVATE -municode)
+target_link_libraries(eyes PRIVATE oleacc ole32 oleaut32)

@@ -98,8 +98,7 @@ Form::Native* Form::Native::Of(HWND window) {
 
 int Form::Native::Enrol(Control::Native& control) {
     Controls.push_back(&control);
-    // Later ones lie over earlier ones.
-    SetWindowPos(control.Window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    SetWindowPos(control.Window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     return ++lastOrder_;
 }
 

@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <oleacc.h>
 #include <uxtheme.h>
 
 #include <utility>
@@ -67,7 +68,8 @@ struct ListNative : Control::Native {
     void DrawItem(const DRAWITEMSTRUCT& item) const override;
     Told Tell() const override {
         Told told = Native::Tell();
-        told.Value = told.Description = Entry(Index);
+        told.Role = ROLE_SYSTEM_COMBOBOX;
+        told.Value = Entry(Index);
         return told;
     }
 

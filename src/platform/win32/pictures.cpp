@@ -125,7 +125,6 @@ struct PictureNative : Control::Native {
         SelectObject(from, before);
         DeleteDC(from);
     }
-    bool ShowsWhatIsBehind() const override { return true; }
     Told Tell() const override { return TellPicture(*this, Native::Tell()); }
 
     const std::string File;

@@ -266,12 +266,15 @@ LRESULT Control::Native::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_PAINT:
             if (pointer_ == Pointer::Plain) {
-                DrawWithOutlines();
+                DrawAllHere();
                 return 0;
             }
             break;
         case WM_ERASEBKGND:
             if (pointer_ == Pointer::Plain) return 1;
+            break;
+        case WM_NCHITTEST:
+            if (IsCoveredAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)})) return HTTRANSPARENT;
             break;
         case WM_MOUSEMOVE:
         case WM_NCMOUSEMOVE:
@@ -397,40 +400,45 @@ RECT Control::Native::Place() const {
     return place;
 }
 
-// In pixels of the form: its background, outlines, and the controls that reach below this one.
-void Control::Native::DrawBehind(HDC canvas) const {
-    const RECT own = Place();
-    Fill(canvas, own, Parent->Back);
-    Parent->DrawShapes(canvas, 0, Order);
-    for (Native* other : Parent->Controls) {
-        const RECT place = other->Place();
-        RECT common;
-        if (other == this) break;
-        if (!IntersectRect(&common, &own, &place)) continue;
-        if (other->pointer_ == Pointer::System) {
-            Fill(canvas, common, other->Back());
-            continue;
-        }
-        const int before = SaveDC(canvas);
-        OffsetViewportOrgEx(canvas, place.left, place.top, nullptr);
-        other->Draw(canvas, {0, 0, WidthOf(place), HeightOf(place)});
-        RestoreDC(canvas, before);
-    }
-}
-
-// A window hides what lies behind it, and what of the form would lie over it.
-void Control::Native::DrawWithOutlines() {
+// The order of the windows is that in which assistive technology walks through them, so the first lies on
+// top. What is seen is the other way round: each window draws its part of all that the program draws there.
+void Control::Native::DrawAllHere() {
     const Drawing drawing(Window);
     const HDC canvas = drawing.Canvas();
+    const RECT own = Place();
+    SetViewportOrgEx(canvas, -own.left, -own.top, nullptr);
+    Fill(canvas, own, Parent->Back);
+    int drawn = 0;
+    for (Native* control : Parent->Controls) {
+        const RECT place = control->Place();
+        RECT common;
+        if (!IntersectRect(&common, &own, &place)) continue;
+        Parent->DrawShapes(canvas, drawn, control->Order);
+        drawn = control->Order;
+        const int before = SaveDC(canvas);
+        OffsetViewportOrgEx(canvas, place.left, place.top, nullptr);
+        control->Draw(canvas, {0, 0, WidthOf(place), HeightOf(place)});
+        RestoreDC(canvas, before);
+    }
+    Parent->DrawShapes(canvas, drawn, INT_MAX);
+    SetViewportOrgEx(canvas, 0, 0, nullptr);
+}
+
+void Control::Native::Draw(HDC canvas, const RECT& area) { Fill(canvas, area, Back()); }
+
+// With those of its neighbours that reach over it.
+void Control::Native::Invalidate() const {
     const RECT place = Place();
-    const auto onForm = [&](const auto& draw) {
-        SetViewportOrgEx(canvas, -place.left, -place.top, nullptr);
-        draw();
-        SetViewportOrgEx(canvas, 0, 0, nullptr);
-    };
-    if (ShowsWhatIsBehind()) onForm([&] { DrawBehind(canvas); });
-    Draw(canvas, drawing.Area());
-    onForm([&] { Parent->DrawShapes(canvas, Order, INT_MAX); });
+    RedrawWindow(Parent->Window, &place, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+}
+
+// Whether a later control lies over this one at a place on the screen.
+bool Control::Native::IsCoveredAt(POINT at) const {
+    return std::ranges::any_of(Parent->Controls, [&](const Native* other) {
+        RECT place;
+        GetWindowRect(other->Window, &place);
+        return other->Order > Order && PtInRect(&place, at);
+    });
 }
 
 Control::Control(std::unique_ptr<Native> native) : native_(std::move(native)) { native_->Owner = this; }

@@ -107,8 +107,8 @@ struct Control::Native {
     // What the window tells its form.
     virtual void Notified(UINT /*code*/) {}
     virtual void DrawItem(const DRAWITEMSTRUCT& /*item*/) const {}
-    virtual void Draw(HDC /*canvas*/, const RECT& /*area*/) {}
-    virtual bool ShowsWhatIsBehind() const { return false; }
+    // What the program draws of the control.
+    virtual void Draw(HDC canvas, const RECT& area);
     virtual void FontChanged();
     virtual void ColorsChanged() {}
     virtual bool TakesFocus() const { return false; }
@@ -126,7 +126,8 @@ struct Control::Native {
     void PressLater() const;
 
     RECT Place() const;  // in the screen's pixels, from the corner of the form
-    void Invalidate() const { InvalidateRect(Window, nullptr, FALSE); }
+    void Invalidate() const;
+    bool IsCoveredAt(POINT at) const;
     COLORREF Back() const;
     COLORREF Ink() const;
     COLORREF Line() const { return ToColorRef(Look.Line); }
@@ -148,8 +149,7 @@ struct Control::Native {
 
  private:
     LRESULT HandlePointer(UINT message, WPARAM wParam, LPARAM lParam);
-    void DrawBehind(HDC canvas) const;
-    void DrawWithOutlines();
+    void DrawAllHere();
 
     Pointer pointer_;
     UINT pressed_ = 0;  // the message that began a press

@@ -2,10 +2,15 @@
 find_package(GTest REQUIRED)
 find_package(Qt6 REQUIRED COMPONENTS Test)
 set(ROBOT_USES Qt6::Widgets Qt6::Test)
-set(WINDOW_TEST_PROPERTIES)
 set(DESKTOP_CORE_TESTS
   platform/qt/places_desktop_test.cpp
   platform/qt/profile_file_test.cpp)
 set(DISPLAY_CHECKS walk accessibility sound screens wayland handover faults idle installed)
 set(SOURCE_ROOT)
 set(HAS_LINUX_TESTS ON)
+
+include(GoogleTest)
+function(orvane_add_tests name)
+  gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+    PROPERTIES ENVIRONMENT "${TEST_ENVIRONMENT}" TIMEOUT 120)
+endfunction()

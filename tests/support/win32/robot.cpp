@@ -199,6 +199,10 @@ VARIANT Itself() {
 
 }  // namespace
 
+static bool doubleClicks = false;
+
+std::vector<char*> Arguments(char* program) { return {program}; }
+
 void TurnTo(std::string_view form) {
     const HWND window = WindowOf(form);
     if (OpenPopup() == nullptr && GetForegroundWindow() != window) SetForegroundWindow(window);
@@ -207,7 +211,9 @@ void TurnTo(std::string_view form) {
 
 void Move(std::string_view form, Point at) { PointAt(form, at); }
 
+// Two clicks of a test are two, however fast they come.
 void Press(std::string_view form, Point at, Button button) {
+    if (!doubleClicks) SetDoubleClickTime(1);
     PointAt(form, at);
     Send({MouseInput(Flag(button, true))});
 }
@@ -235,8 +241,11 @@ void Click(std::string_view form, std::string_view control, Button button) {
 }
 
 void DoubleClick(std::string_view form, std::string_view control) {
+    doubleClicks = true;
+    SetDoubleClickTime(0);  // as it was
     Click(form, control);
     Click(form, control);
+    doubleClicks = false;
 }
 
 void Wheel(std::string_view form, std::string_view control, int steps) {
@@ -244,7 +253,7 @@ void Wheel(std::string_view form, std::string_view control, int steps) {
     Send({MouseInput(MOUSEEVENTF_WHEEL, static_cast<DWORD>(steps * WHEEL_DELTA))});
 }
 
-void Hurry() { SetDoubleClickTime(1); }
+void Hurry() {}
 
 void Key(std::string_view form, std::string_view key) {
     TurnTo(form);
@@ -297,8 +306,6 @@ void Choose(std::string_view form, std::string_view control, int index) {
     Send({MouseInput(MOUSEEVENTF_LEFTUP)});
 }
 
-void KeyInOpenList(std::string_view, std::string_view, std::string_view key) { SendKey(key); }
-
 platform::Rect Popup(std::string_view form) {
     const HWND popup = OpenPopup();
     if (popup == nullptr) return {};
@@ -313,6 +320,9 @@ void DesktopMoves(std::string_view form, int left, int top) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     Settle();
 }
+
+// Moves are told at once here.
+void DesktopTellsLate(std::string_view, int, int) {}
 
 void DesktopCloses(std::string_view form) {
     PostMessageW(WindowOf(form), WM_SYSCOMMAND, SC_CLOSE, 0);
@@ -347,6 +357,10 @@ platform::Rect Bounds(std::string_view form, std::string_view control) {
         if (shape->Name == control) return shape->Place;
     }
     return ToLayout(FindControl(form, control).Place());
+}
+
+bool OnTop(std::string_view form) {
+    return (GetWindowLongPtrW(WindowOf(form), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
 }
 
 std::string Text(std::string_view form, std::string_view control) {
@@ -401,20 +415,6 @@ std::vector<std::string> CutTexts(std::string_view form) {
     return cut;
 }
 
-bool RoomFor(std::string_view form, std::string_view control, int columns, int lines) {
-    const auto& found = FindControl(form, control);
-    const HFONT font = platform::FontOf(found.Face);
-    RECT room;
-    SendMessageW(found.Window, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&room));
-    return WidthOf(font, std::wstring(static_cast<std::size_t>(columns), L'0')) <= WidthOf(room) &&
-           platform::MetricsOf(font).tmHeight * lines <= HeightOf(room);
-}
-
-bool LeftToRight(std::string_view form, std::string_view control) {
-    const LONG_PTR style = GetWindowLongPtrW(FindControl(form, control).Window, GWL_EXSTYLE);
-    return (style & (WS_EX_LAYOUTRTL | WS_EX_RTLREADING | WS_EX_RIGHT)) == 0;
-}
-
 std::vector<std::string> Controls(std::string_view form) {
     const auto& found = FindForm(form);
     RECT area;
@@ -446,30 +446,49 @@ std::string Focus(std::string_view form) {
     return focused == nullptr ? std::string() : focused->Name;
 }
 
-std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect& part) {
-    const HWND window = WindowOf(form);
+// What stands in a part of a window, in the screen's pixels; from the corner of its frame, if it has one.
+static std::vector<RGBQUAD> Copied(HWND window, const RECT& part, bool framed = false) {
     RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    const int width = WidthOf(part), height = HeightOf(part);
     BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, part.Width, -part.Height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     void* pixels = nullptr;
     const HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
     const HDC canvas = CreateCompatibleDC(nullptr);
-    const HDC screen = GetDC(window);
+    const HDC screen = framed ? GetWindowDC(window) : GetDC(window);
     const HGDIOBJ before = SelectObject(canvas, bitmap);
-    BitBlt(canvas, 0, 0, part.Width, part.Height, screen, part.Left, part.Top, SRCCOPY);
+    BitBlt(canvas, 0, 0, width, height, screen, part.left, part.top, SRCCOPY);
     GdiFlush();
     const auto* first = static_cast<const RGBQUAD*>(pixels);
-    std::vector<platform::Color> colors;
-    for (const RGBQUAD& pixel : std::vector(first, first + part.Width * part.Height))
-        colors.push_back({pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue});
+    const std::vector<RGBQUAD> copied(first, first + width * height);
     SelectObject(canvas, before);
     ReleaseDC(window, screen);
     DeleteDC(canvas);
     DeleteObject(bitmap);
+    return copied;
+}
+
+std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect& part) {
+    const RECT area = platform::ScaledRect(part);
+    const auto copied = Copied(WindowOf(form), area);
+    std::vector<platform::Color> colors;
+    for (int y = 0; y < part.Height; ++y) {
+        for (int x = 0; x < part.Width; ++x) {
+            const int row = platform::Scaled(y + 0.5) - platform::Scaled(0.5);
+            const int column = platform::Scaled(x + 0.5) - platform::Scaled(0.5);
+            const RGBQUAD& pixel = copied[static_cast<std::size_t>(row * WidthOf(area) + column)];
+            colors.push_back({pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue});
+        }
+    }
     return colors;
 }
 
 platform::Color Pixel(std::string_view form, int x, int y) { return Pixels(form, {x, y, 1, 1}).front(); }
+
+platform::Color PopupPixel(int x, int y) {
+    const RGBQUAD pixel = Copied(OpenPopup(), {x, y, x + 1, y + 1}, true).front();
+    return {pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue};
+}
 
 static int messagesSeen = 0;
 static std::function<void()> messageLook;
@@ -505,7 +524,11 @@ int MessagesSeen() { return messagesSeen; }
 // The system complains to nobody.
 void WhenToolkitWarns(void (*)(const std::string&)) {}
 
+// A menu does not let its step end.
 bool Live(const std::function<bool()>& step) {
+    static const UINT_PTR waiting =
+        SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) { EndMenu(); });
+    static_cast<void>(waiting);
     for (;;) {
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
@@ -515,14 +538,6 @@ bool Live(const std::function<bool()>& step) {
         }
         if (!step()) return false;
     }
-}
-
-Told Describe(std::string_view form, std::string_view control) {
-    IAccessible* accessible = Accessible(form, control);
-    VARIANT role{};
-    accessible->get_accRole(Itself(), &role);
-    accessible->Release();
-    return {role.lVal == ROLE_SYSTEM_STATICTEXT ? "text" : ""};
 }
 
 void PressByAssistant(std::string_view form, std::string_view control) {

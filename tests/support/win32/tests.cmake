@@ -7,7 +7,12 @@ foreach(library gtest gtest_main)
   add_library(GTest::${library} ALIAS ${library})
 endforeach()
 set(ROBOT_USES oleacc)
-set(WINDOW_TEST_PROPERTIES RESOURCE_LOCK screen)  # one has the pointer and the keyboard at a time
 set(DESKTOP_CORE_TESTS)
 set(DISPLAY_CHECKS)
 set(SOURCE_ROOT Z:)  # where Wine has the root folder
+
+# Each start in Wine takes longer than most tests.
+function(orvane_add_tests name)
+  add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+  set_tests_properties(${name} PROPERTIES TIMEOUT 500 RESOURCE_LOCK screen)  # one has the pointer at a time
+endfunction()
