@@ -1,6 +1,7 @@
 """A walk through the real program with the events of a pointer and a keyboard. Prints what the tools showed
 and leaves a picture of each window."""
 
+import itertools
 import pathlib
 import re
 import subprocess
@@ -9,7 +10,7 @@ import time
 
 from desktop import (Failure, active_window, clipboard, desktop, enter, expect, press, properties, start,
                      wait_for, xdotool)
-from session import EDITOR, TOOLS, Session
+from session import EDITOR, TOOLS, Session, overlap
 
 ALIGNMENTS = "Lawfull Good|Good|Chaotic Good|Lawfull|True Neutral|Chaotic|Lawfull Evil|Evil|Chaotic Evil"
 QUESTION = "Question and ansvers"
@@ -153,9 +154,13 @@ def walk(path, folder=None, manager="openbox"):
         stay_on_top(windows)
         edit(session, pictures)
         tell("Exit", session.leave())
-        again = Session(path, home)
+        again = Session(path, home, tidy=False)
         meter = again.open("Alingments")
         expect("the edited question", lambda: meter.box(QUESTION).text, f"1 of 24\n{EDITED}")
+        windows = [again.launcher, meter, again.open("Dice Reverse"), again.open_editor()]
+        for one, other in itertools.combinations(windows, 2):
+            if overlap(one.bounds, other.bounds) > 0:
+                raise Failure(f"{one.name} at {one.bounds} and {other.name} at {other.bounds} overlap")
         again.leave()
         if folder:
             print("Pictures:", *(f"  {file}" for file in sorted(pictures.glob("*.png"))), sep="\n")

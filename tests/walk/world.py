@@ -221,6 +221,8 @@ def unset_home(path, home):
 
 FAULTS = {
     "the display's server is killed, a list open": ends(1, open_list, lambda _, server: server.kill()),
+    "the display's server is killed, a window comes":
+        ends(1, lambda session: session.launcher.button("Weapons").click(), lambda _, server: server.kill()),
     "the display cuts the program off in a drag":
         ends(1, drag, lambda session, _: xdotool("windowkill", session.launcher.number)),
     "SIGTERM, a text not saved": ends(-signal.SIGTERM, edit, lambda session, _: session.process.terminate()),
@@ -252,7 +254,7 @@ def faults(path, *own):
                     told = fault(path, own)
             except Failure as failure:
                 failed = told = f"FAILED: {failure}"
-            print(f"{name:44} {told}", flush=True)
+            print(f"{name:46} {told}", flush=True)
     if failed:
         raise Failure("not every fault is borne")
 
