@@ -14,7 +14,7 @@ import tempfile
 import time
 from unittest import mock
 
-PATIENCE = 10  # seconds until what should happen at once counts as not happening
+PATIENCE = 20  # seconds until what should happen at once counts as not happening
 DENSITY = float(os.environ.get("QT_SCALE_FACTOR") or 1)  # pixels of the screen in one of the program's
 SCREEN = 1600, 1200
 MANAGERS = {

@@ -14,6 +14,7 @@ from gi.repository import Atspi  # noqa: E402
 from desktop import (DENSITY, PATIENCE, SCREEN, Failure, active_window, expect, output, start, wait_for,
                      xdotool)
 
+Atspi.set_timeout(PATIENCE * 1000, PATIENCE * 1000)
 FRAME = 50  # pixels that a window manager may put round a window
 FEWEST_COLOURS = 100  # in the picture of a window that is painted
 
