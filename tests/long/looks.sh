@@ -34,19 +34,11 @@ mkdir -p "$work/config/qt6ct"
 printf '[Fonts]\n%s="DejaVu Sans,20,-1,5,50,0,0,0,0,0"\n' general fixed >"$work/config/qt6ct/qt6ct.conf"
 look font-20pt 'Look*' QT_QPA_PLATFORMTHEME=qt6ct XDG_CONFIG_HOME="$work/config"
 
-# A language of the desktop's: everything holds as ever but for the decimal separator, which a roll shows.
-roll='WindowTest.TheRoller*'
+# A language of the desktop's changes nothing but the decimal separator, which a roll shows.
 mkdir -p "$work/locale"
-for language in de_DE , ar_EG ٫ he_IL .; do
-    case $language in
-        *_*) settings=(LOCPATH="$work/locale" LC_ALL="$language.UTF-8")
-            localedef -i "$language" -f UTF-8 "$work/locale/$language.UTF-8" 2>/dev/null || true
-            look "$language" "*-$roll" "${settings[@]}" ;;
-        .) look "${settings[1]}" "$roll" "${settings[@]}" ;;
-        *) { env "${settings[@]}" build/sanitize/tests/window_tests --gtest_filter="$roll" 2>&1 || true; } |
-            grep -q "Average: 4${language}5" ||
-            { code=1; echo "${settings[1]}: the separator is not $language"; } ;;
-    esac
+for language in de_DE ar_EG he_IL; do
+    localedef -i "$language" -f UTF-8 "$work/locale/$language.UTF-8" 2>/dev/null || true
+    look "$language" '*-*TheRoller*' LOCPATH="$work/locale" LC_ALL="$language.UTF-8"
 done
 
 fonts desktop fonts-dejavu-core fonts-liberation
