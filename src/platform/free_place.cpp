@@ -23,7 +23,8 @@ int Distance(const Rect& a, const Rect& b) {
 std::optional<Rect> FreePlace(const Rect& area, int width, int height, const std::vector<Rect>& taken,
                               const Rect& near) {
     // At an edge of the area or of another window.
-    std::vector<int> lefts{area.Left}, tops{area.Top};
+    std::vector<int> lefts{area.Left};
+    std::vector<int> tops{area.Top};
     for (const Rect& place : taken) {
         lefts.insert(lefts.end(), {place.Left, Right(place), place.Left - width});
         tops.insert(tops.end(), {place.Top, Bottom(place), place.Top - height});

@@ -42,6 +42,7 @@ TEST(WeaponSheet, ShowsBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
               "   Stick\r\nDamage: \r\nDamage Fatigue: 0\r\nCritical Chance: 0\r\nDamage Type: Blunt\r\n"
               "Speed: 0\r\nDurability: 0 of 0\r\nWeight: 0\r\nRequired Level: 1\r\n0-Handed\r\n"
               "Shop price: 0");
+    EXPECT_EQ(std::string(DamageTypeName(0)).append(DamageTypeName(1)), "PiercingSlashing");
 }
 
 }  // namespace
