@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -53,9 +52,8 @@ bool TakesFocus(const Control::Native& control) { return control.Widget->focusPo
 
 // The label whose access key leads to the next control that is made and takes the focus, if there is one.
 const LabelWidget* LabelAhead(const std::vector<Control::Native*>& controls) {
-    for (const Control::Native* control : std::views::reverse(controls)) {
-        if (TakesFocus(*control)) break;
-        const auto* label = dynamic_cast<const LabelWidget*>(control->Widget);
+    for (auto control = controls.rbegin(); control != controls.rend() && !TakesFocus(**control); ++control) {
+        const auto* label = dynamic_cast<const LabelWidget*>((*control)->Widget);
         if (label != nullptr && label->Parsed().KeyIndex >= 0) return label;
     }
     return nullptr;
