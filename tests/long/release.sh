@@ -44,13 +44,13 @@ make_systems() {
     within builder useradd --create-home player
     cp -a "$work/builder" "$work/user"
     mkdir "$work/builder/user"
-    mount --bind "$work/user" "$work/builder/user"
     for system in "$work/"{builder,user}; do
         mount -t proc proc "$system/proc"
         mount -t devpts devpts "$system/dev/pts"
         mount -t tmpfs tmpfs "$system/dev/shm"
     done
     mount --bind "$work/builder/tmp" "$work/user/tmp" # the desktop is the builder's
+    mount --rbind "$work/user" "$work/builder/user"
     mkdir "$work/builder/orvane"
     git -c safe.directory="*" archive HEAD | tar -x -C "$work/builder/orvane"
     echo "Debian $(<"$work/builder/etc/debian_version") with $(within user dpkg-query --list | grep -c ^ii) packages"
