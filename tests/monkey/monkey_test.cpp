@@ -212,7 +212,8 @@ std::pair<std::size_t, std::ptrdiff_t> Held() {
 class Monkey : public WindowTest {};
 
 TEST_F(Monkey, BreaksNothing) {
-    constexpr std::size_t kMostGrowth = 1'000'000;  // bytes, once every window is closed
+    // In bytes, once every window is closed. Some of the toolkit's caches fill late, but once.
+    constexpr std::size_t kMostGrowth = 5'000'000;
     std::pair<std::size_t, std::ptrdiff_t> early, late;
     const auto step = [&] {
         if (++number > kEvents) return false;
