@@ -41,30 +41,31 @@ class Eyes:
 
 
 class Seen(Window):
-    """A window, or a control in it, by what was seen of it last."""
+    """A window, or a control in it. What a control is and where, it was when its window was looked at; its text
+    is looked at anew, as is all of a window."""
 
     def __init__(self, eyes, fields, number=None):
-        self.eyes, self.handle, self.number = eyes, fields[0], number
+        self.eyes, self.fields, self.number = eyes, fields, number
 
     @property
-    def fields(self):
+    def now(self):
         for window in self.eyes.look():
             for fields in window:
-                if fields[0] == self.handle:
+                if fields[0] == self.fields[0]:
                     return fields
         raise Failure("a control that was there is gone")
 
     name = property(lambda self: self.fields[7])
     description = property(lambda self: self.fields[9])
     role = property(lambda self: ROLES.get(int(self.fields[1]), "?"))
-    text = property(lambda self: self.fields[8].replace("\\n", "\n"))
-    checked = property(lambda self: bool(int(self.fields[2]) & CHECKED))
+    text = property(lambda self: self.now[8].replace("\\n", "\n"))
+    checked = property(lambda self: bool(int(self.now[2]) & CHECKED))
     place = property(lambda self: tuple(map(int, self.fields[3:7])))
 
     def controls(self):
         for window in self.eyes.look():
-            if window[0][0] == self.handle:
-                return [Known(self.eyes, fields) for fields in window[1:]]
+            if window[0][0] == self.fields[0]:
+                return [Seen(self.eyes, fields) for fields in window[1:]]
         return []
 
     def activate(self):
@@ -76,22 +77,15 @@ class Seen(Window):
         output("import", "-silent", "-window", self.number, file)
 
     def choose(self, entry):
+        """With the pointer into the list, and then by its first letter, which other entries may have too."""
         self.click()
-        press(entry[0].lower(), "Return")
-        expect(f"the entry of {self.name}", lambda: self.fields[8], entry)
-
-
-class Known(Seen):
-    """One that is asked for a moment after it was seen, as all of a window's are when one is looked for."""
-
-    def __init__(self, eyes, fields):
-        super().__init__(eyes, fields)
-        self.first = fields
-        self.seen = time.monotonic()
-
-    @property
-    def fields(self):
-        return self.first if time.monotonic() - self.seen < 0.05 else super().fields
+        press("Escape")
+        for _ in range(10):
+            if self.text == entry:
+                return
+            press(entry[0].lower())
+            time.sleep(0.2)
+        raise Failure(f"{self.name} shows {self.text!r} and not {entry!r}")
 
 
 class WineSession(Session):
