@@ -86,10 +86,10 @@ DropDownList::DropDownList(Form& form, std::string_view name, const Rect& place)
     auto& list = static_cast<ListWidget&>(*Toolkit().Widget);
     // The widget may be there a little longer than the control.
     list.OnKey = [this, there = QPointer(&Toolkit())] {
-        if (there && KeyPress) KeyPress();
+        if (!there.isNull() && KeyPress) KeyPress();
     };
     list.OnOpen = [this, there = QPointer(&Toolkit())] {
-        if (there && DropDown) DropDown();
+        if (!there.isNull() && DropDown) DropDown();
     };
     QObject::connect(&list, &QComboBox::currentIndexChanged, &Toolkit(), [&list] {
         if (!QAccessible::isActive()) return;
