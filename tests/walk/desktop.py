@@ -166,7 +166,8 @@ def enter(text):
 
 
 def clipboard(selection="clipboard"):
-    return output("xclip", "-out", "-selection", selection, "-target", "UTF8_STRING")
+    # An owner that gives way to another amid its answer leaves the asker waiting.
+    return output("timeout", 1, "xclip", "-out", "-selection", selection, "-target", "UTF8_STRING")
 
 
 def active_window():
