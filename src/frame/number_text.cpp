@@ -5,8 +5,6 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <locale>
-#include <sstream>
 
 #include "platform/locale.h"
 
@@ -21,13 +19,22 @@ struct ParsedNumber {
     std::size_t End = 0;  // behind the number's last character; 0 if there is no number
 };
 
-// A number beyond the range of a double: the largest, or 0 where it is too small for one.
+// A number without sign that is beyond the range of a double: the largest, or 0 where it is too small for
+// one.
 double NearestDouble(std::string_view number) {
-    std::istringstream stream{std::string(number)};
-    stream.imbue(std::locale::classic());
-    double value = 0;
-    stream >> value;
-    return value;
+    const std::size_t mark = std::min(number.find_first_of("eE"), number.size());
+    const std::size_t point = std::min(number.find('.'), mark);
+    const std::size_t first = number.find_first_of("123456789");
+    if (first == std::string_view::npos) return 0;
+    // Where its first digit stands: so many places ahead of the point.
+    auto places = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+    std::string_view digits = number.substr(std::min(mark + 1, number.size()));
+    if (digits.starts_with('+')) digits.remove_prefix(1);
+    std::int32_t exponent = 0;
+    const auto error = std::from_chars(digits.data(), digits.data() + digits.size(), exponent).ec;
+    if (error == std::errc::result_out_of_range) places = digits.front() == '-' ? -1 : 1;
+    places += exponent;
+    return places > 0 ? std::numeric_limits<double>::max() : 0;
 }
 
 ParsedNumber ParseNumber(std::string_view text) {
