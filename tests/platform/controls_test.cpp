@@ -97,8 +97,10 @@ TEST_F(Controls, ATextIsEnteredAndToldAsItStands) {
     EXPECT_EQ(Events(), Strings());
     robot::Paste("Test", "one\n[two]\r\nthree\xE2\x80\xA8");
     EXPECT_EQ(line.Text(), "one [two]  three ");
+    robot::Key("Test", "Ctrl+Backspace");
+    EXPECT_EQ(line.Text(), "one [two]  ");
     area.SetText("Quoi\xC2\xA0? \xF0\x9D\x84\x9E\r\n");
-    EXPECT_EQ(Events(), (Strings{"line", "area"}));
+    EXPECT_EQ(Events(), (Strings{"line", "line", "area"}));
     robot::Key("Test", "Tab");
     robot::Key("Test", "Ctrl+End");
     robot::Type("Test", "3");

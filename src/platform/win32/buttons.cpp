@@ -43,6 +43,18 @@ struct ButtonNative : Control::Native {
     const ParsedCaption Parsed;
 };
 
+struct PushNative : ButtonNative {
+    PushNative(Form& form, std::string_view name, const Rect& place, std::string_view caption)
+        : ButtonNative(form, name, place, caption, BS_PUSHBUTTON) {}
+
+    // Return, which only the system's own dialogs see to.
+    LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message != WM_KEYDOWN || wParam != VK_RETURN) return Native::Message(message, wParam, lParam);
+        Press();
+        return 0;
+    }
+};
+
 // Drawn by the theme. The system's button below it knows presses and the focus, but no state.
 struct CheckNative : ButtonNative {
     CheckNative(Form& form, std::string_view name, const Rect& place, std::string_view caption)
@@ -80,6 +92,6 @@ CheckBox::CheckBox(Form& form, std::string_view name, const Rect& place, std::st
 bool CheckBox::Checked() const { return static_cast<CheckNative&>(Toolkit()).Checked; }
 
 PushButton::PushButton(Form& form, std::string_view name, const Rect& place, std::string_view caption)
-    : Control(std::make_unique<ButtonNative>(form, name, place, caption, BS_PUSHBUTTON)) {}
+    : Control(std::make_unique<PushNative>(form, name, place, caption)) {}
 
 }  // namespace platform

@@ -99,6 +99,7 @@ struct TextBoxNative : Control::Native {
  private:
     void Changed() const;
     void Paste();
+    void DeleteWord() const;
     void LimitLength() const {
         const int most = Style.MaxLength > 0 ? Style.MaxLength : INT_MAX;
         SendMessageW(Window, EM_SETLIMITTEXT, static_cast<WPARAM>(most), 0);
@@ -186,6 +187,11 @@ LRESULT TextBoxNative::Message(UINT message, WPARAM wParam, LPARAM lParam) {
             DrawFrame();
             return 0;
         }
+        case WM_KEYDOWN:
+            // With a character behind it that is not the same everywhere.
+            if (wParam != VK_BACK || GetKeyState(VK_CONTROL) >= 0) break;
+            DeleteWord();
+            return 0;
         case WM_CHAR:
             if (wParam == kSelectAll) {
                 SendMessageW(Window, EM_SETSEL, 0, -1);
@@ -358,6 +364,24 @@ void TextBoxNative::Paste() {
     SendMessageW(Window, EM_SETLIMITTEXT, INT_MAX, 0);
     SendMessageW(Window, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
     LimitLength();
+}
+
+// What is selected, or the word ahead, or the line break ahead.
+void TextBoxNative::DeleteWord() const {
+    if (Style.ReadOnly) return;
+    auto [from, to] = Selection();
+    if (from == to) {
+        std::wstring text = TextOf(Window).substr(0, static_cast<std::size_t>(to));
+        text.erase(text.find_last_not_of(L" \t") + 1);
+        from = static_cast<int>(text.size());
+        if (!text.ends_with(L'\n')) {
+            from = static_cast<int>(text.find_last_of(L" \t\n") + 1);
+        } else if (from == to) {
+            from -= 2;
+        }
+    }
+    SendMessageW(Window, EM_SETSEL, static_cast<WPARAM>(from), to);
+    SendMessageW(Window, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L""));
 }
 
 // What is set cannot be undone, and a text that is there already is no change.
