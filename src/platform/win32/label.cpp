@@ -69,8 +69,6 @@ HFONT LabelNative::DrawnFont() {
     return fitted_;
 }
 
-bool LabelNative::Whole() { return Fits(DrawnFont()); }
-
 void LabelNative::Draw(HDC canvas, const RECT& area) {
     if (!Style.Transparent) Fill(canvas, area, Back());
     if (Bordered) {

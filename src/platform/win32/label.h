@@ -15,9 +15,9 @@ struct LabelNative : Control::Native {
     Told Tell() const override;
 
     void SetCaption(std::string_view caption);
-    // The font that the caption is drawn in to stay whole, and whether that does it.
+    // The font that the caption is drawn in to stay whole.
     HFONT DrawnFont();
-    bool Whole();
+    bool Fits(HFONT font) const;
 
     Label::Style Style;
     std::string Text;  // as it was set
@@ -26,7 +26,6 @@ struct LabelNative : Control::Native {
 
  private:
     RECT Room() const;
-    bool Fits(HFONT font) const;
 
     HFONT fitted_ = nullptr;  // worked out at the first drawing of a caption
 };

@@ -448,7 +448,6 @@ Control::~Control() = default;
 void Control::SetColors(const Colors& colors) {
     native_->Look = colors;
     native_->Themed = true;
-    native_->ColorsChanged();
     native_->Invalidate();
 }
 

@@ -61,10 +61,6 @@ class Drawing {
     HGDIOBJ before_;
 };
 
-// A picture of the program's own in a size of the screen's pixels, with its transparency multiplied in. Kept
-// by the program.
-HBITMAP LoadPicture(std::string_view name, int width, int height);
-
 // A caption without the mark of its access key.
 struct ParsedCaption {
     std::wstring Text;
@@ -110,7 +106,6 @@ struct Control::Native {
     // What the program draws of the control.
     virtual void Draw(HDC canvas, const RECT& area);
     virtual void FontChanged();
-    virtual void ColorsChanged() {}
     virtual bool TakesFocus() const { return false; }
     virtual bool TabStop() const { return TakesFocus(); }
     virtual void FocusByKey() { SetFocus(Window); }

@@ -394,7 +394,8 @@ std::vector<std::string> CutTexts(std::string_view form) {
         };
         if (auto* label = dynamic_cast<platform::LabelNative*>(control)) {
             const TEXTMETRICW metrics = platform::MetricsOf(label->DrawnFont());
-            if (!label->Whole() || metrics.tmHeight - metrics.tmInternalLeading < platform::Scaled(kSmallest))
+            if (!label->Fits(label->DrawnFont()) ||
+                metrics.tmHeight - metrics.tmInternalLeading < platform::Scaled(kSmallest))
                 cut.push_back(label->Name + ": " + label->Text);
         } else if (dynamic_cast<platform::DropDownList*>(control->Owner) != nullptr) {
             const LRESULT count = SendMessageW(control->Window, CB_GETCOUNT, 0, 0);
