@@ -1,5 +1,6 @@
 # What the build needs on a Linux desktop.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
+find_package(PNG REQUIRED)
 find_package(SDL2 2.26 REQUIRED)
 find_package(X11 REQUIRED)
 

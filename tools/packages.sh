@@ -1,7 +1,7 @@
 # What comes from Debian (12 or 13), by purpose. To be sourced by a bash script.
 
 declare -A PACKAGES=(
-    [build]="cmake g++ libsdl2-dev libx11-dev libxcb1-dev ninja-build qt6-base-dev"
+    [build]="cmake g++ libpng-dev libsdl2-dev libx11-dev libxcb1-dev ninja-build qt6-base-dev"
     [package]="appstream desktop-file-utils dpkg-dev file lintian man-db"
     [release]="debian-archive-keyring debootstrap git"
     [start]="fonts-dejavu-core fonts-liberation qt6-wayland xdotool"

@@ -16,7 +16,7 @@ target_sources(orvane_platform PRIVATE
   platform/qt/text_box.cpp
   platform/qt/theme_style.cpp
   platform/qt/toolkit.cpp)
-target_link_libraries(orvane_platform PRIVATE Qt6::Widgets X11::X11 ${CMAKE_DL_LIBS})
+target_link_libraries(orvane_platform PRIVATE PNG::PNG Qt6::Widgets X11::X11 ${CMAKE_DL_LIBS})
 
 qt_add_resources(orvane_platform assets PREFIX /assets BASE ${ASSETS}
   OPTIONS --format-version 1  # without the times of the files, which would make every build another

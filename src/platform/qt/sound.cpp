@@ -24,7 +24,7 @@ SoundRequests& StartedPlayer() {
                                                kSoundPlayerModule]() -> SoundRequests& {
         auto* made = new SoundRequests;  // the thread may outlive everything but the process
         const auto run = [made, module] {
-            void* library = dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL);
+            void* library = dlopen(module.c_str(), RTLD_LAZY | RTLD_LOCAL);
             if (library == nullptr) return;
             if (void* body = dlsym(library, kSoundPlayerSymbol))
                 reinterpret_cast<SoundPlayerBody>(body)(*made);

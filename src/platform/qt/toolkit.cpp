@@ -1,11 +1,14 @@
 #include "platform/qt/toolkit.h"
 
+#include <png.h>
+
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPixmap>
+#include <QResource>
 #include <QShortcut>
 #include <cmath>
 #include <utility>
@@ -74,8 +77,16 @@ void DrawOutline(QPainter& painter, const QRect& rect, const QColor& color, int 
 }
 
 QPixmap LoadPicture(std::string_view name, qreal density) {
-    const QString base = ":/assets/" + ToQString(name);
-    QPixmap picture(density > 1 ? base + "@2x.png" : base + ".png");
+    const char* ending = density > 1 ? "@2x.png" : ".png";
+    const QByteArray file = QResource(":/assets/" + ToQString(name) + ending).uncompressedData();
+    // The toolkit's reader would first open every plug-in for pictures on the machine, and some have twenty.
+    png_image header{};
+    header.version = PNG_IMAGE_VERSION;
+    png_image_begin_read_from_memory(&header, file.constData(), static_cast<std::size_t>(file.size()));
+    header.format = PNG_FORMAT_RGBA;
+    QImage image(static_cast<int>(header.width), static_cast<int>(header.height), QImage::Format_RGBA8888);
+    png_image_finish_read(&header, nullptr, image.bits(), 0, nullptr);
+    QPixmap picture = QPixmap::fromImage(std::move(image));
     if (density > 1) picture.setDevicePixelRatio(2);
     return picture;
 }
