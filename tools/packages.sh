@@ -13,7 +13,6 @@ declare -A PACKAGES=(
     [sounds]="csound"
     [windows]="cmake fonts-liberation fonts-wine g++-mingw-w64-x86-64-posix imagemagick ninja-build wine64 xauth xvfb"
     [windows-test]="googletest"
-    [windows-tour]="imagemagick openbox python3 xclip xdotool xvfb"
     [test]="libgtest-dev strace weston x11-xserver-utils xfce4-settings xwayland"
 )
 

@@ -16,28 +16,20 @@ from session import LAUNCHER, TOOLS, Session, Window
 WINE = pathlib.Path(__file__).parents[2] / "tools/wine.sh"
 ROLES = {9: "frame", 18: "dialog", 23: "status bar", 40: "icon", 41: "label", 42: "text", 43: "button",
          44: "check box", 46: "combo box"}
-CHECKED = 0x10
 
 
 class Eyes:
-    """A program in Wine that tells of all windows of the program under test."""
+    """A program in Wine that tells of a window of the program under test and of the controls in it, or of all
+    its windows from the top, each as a list of fields."""
 
     def __init__(self, program):
-        self.process = subprocess.Popen([WINE, program.parents[1] / "src/eyes.exe", program.name],
-                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True,
-                                        encoding="utf-8", errors="replace")
+        self.process = subprocess.Popen([WINE, program.parents[1] / "src/eyes.exe"], stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, text=True, encoding="utf-8", errors="replace")
 
-    def look(self, pressed=0):
-        """The windows from the top, each with its controls, as lists of fields."""
-        self.process.stdin.write(f"{pressed}\n")
+    def look(self, number="0"):
+        self.process.stdin.write(f"{number}\n")
         self.process.stdin.flush()
-        windows = []
-        while line := self.process.stdout.readline().rstrip("\r\n"):
-            top, *fields = line.split("\t")
-            if top == "1":
-                windows.append([])
-            windows[-1].append(fields)
-        return windows
+        return [line.rstrip("\r\n").split("\t") for line in iter(self.process.stdout.readline, "\n")]
 
 
 class Seen(Window):
@@ -47,26 +39,14 @@ class Seen(Window):
     def __init__(self, eyes, fields, number=None):
         self.eyes, self.fields, self.number = eyes, fields, number
 
-    @property
-    def now(self):
-        for window in self.eyes.look():
-            for fields in window:
-                if fields[0] == self.fields[0]:
-                    return fields
-        raise Failure("a control that was there is gone")
-
     name = property(lambda self: self.fields[7])
-    description = property(lambda self: self.fields[9])
     role = property(lambda self: ROLES.get(int(self.fields[1]), "?"))
-    text = property(lambda self: self.now[8].replace("\\n", "\n"))
-    checked = property(lambda self: bool(int(self.now[2]) & CHECKED))
+    text = property(lambda self: self.eyes.look(self.fields[0])[0][8].replace("\\n", "\n"))
+    showing = property(lambda self: self.eyes.look(self.fields[0]) != [])
     place = property(lambda self: tuple(map(int, self.fields[3:7])))
 
     def controls(self):
-        for window in self.eyes.look():
-            if window[0][0] == self.fields[0]:
-                return [Seen(self.eyes, fields) for fields in window[1:]]
-        return []
+        return [Seen(self.eyes, fields) for fields in self.eyes.look(self.fields[0])[1:]]
 
     def activate(self):
         """There is no window manager to ask; the window that was opened last is in front."""
@@ -98,17 +78,20 @@ class WineSession(Session):
 
     def window(self, tool):
         def find():
-            for head, *controls in self.eyes.look():
-                if not any(fields[7].replace("&", "") == tool.mark for fields in controls):
-                    continue
-                named = xdotool("search", "--onlyvisible", "--name", f"^{re.escape(tool.title)}$")
-                for number in named.split():
-                    window = Seen(self.eyes, head, int(number))
-                    if window.bounds == window.place:
+            named = xdotool("search", "--onlyvisible", "--name", f"^{re.escape(tool.title)}$")
+            for number in map(int, named.split()):
+                for fields in self.eyes.look():
+                    window = Seen(self.eyes, fields, number)
+                    if window.bounds == window.place and window.has(tool.mark):
                         return window
             return None
 
         return wait_for(f"the window {tool.title!r} with {tool.mark!r}", find)
+
+
+def close(window, how="x"):
+    window.press("x") if how == "x" else press(how)
+    wait_for(f"{window.name} to be closed after {how}", lambda: not window.showing)
 
 
 def windows(program, folder=None):
@@ -121,6 +104,9 @@ def windows(program, folder=None):
         os.environ["ORVANE_WINE"] = prefix
         pictures = pathlib.Path(folder or scratch).absolute()
         pictures.mkdir(parents=True, exist_ok=True)
+        questions = lambda: pathlib.Path(prefix).glob("drive_c/users/*/AppData/Roaming/Orvane/questions.ini")
+        for left in questions():
+            left.unlink()
         session = WineSession(program, home)
         session.launcher.photograph(pictures / "frmMain.png")
         for button, tool in TOOLS.items():
@@ -131,12 +117,14 @@ def windows(program, folder=None):
                 window.press(glyph)
                 wait_for(f"{tool.name} to be as high as one of {height}", lambda: window.bounds[3] in height)
             place, shown = window.bounds, [box.text for box in window.all("text", "")]
-            window.press("x")
-            session.open(button)
-            expect(f"the place of {button}", lambda: window.bounds, place)
-            expect(f"the texts of {tool.name}", lambda: [box.text for box in window.all("text", "")], shown)
-            window.press("x")  # what is in the middle of the screen lies over the launcher
+            for how in "x", "alt+F4":
+                close(window, how)
+                session.open(button)
+                expect(f"the place of {button}", lambda: window.bounds, place)
+                expect(f"the texts of {tool.name}", lambda: [b.text for b in window.all("text", "")], shown)
+            close(window)  # what is in the middle of the screen lies over the launcher
         walk.edit(session, pictures)
+        wait_for("the saved question", lambda: any(walk.EDITED in file.read_text() for file in questions()))
         session.launcher.press("Exit")
         print("Exit", "ended with", session.process.wait(PATIENCE))
         output(WINE.parent / "wine.sh", "--end")

@@ -36,6 +36,7 @@ struct ButtonNative : Control::Native {
     Told Tell() const override {
         Told told = Native::Tell();
         told.Name = Parsed.Text;
+        told.Role = ROLE_SYSTEM_PUSHBUTTON;
         told.Action = L"Press";
         return told;
     }

@@ -123,6 +123,10 @@ LRESULT ListNative::Message(UINT message, WPARAM wParam, LPARAM lParam) {
             if (List().KeyPress) List().KeyPress();
             if (IsOpen() && HighlightNext(static_cast<wchar_t>(wParam))) return 0;
             break;
+        case WM_SYSKEYDOWN:
+            // Some systems' list would keep Alt+F4.
+            if (wParam == VK_F4) return DefWindowProcW(Window, message, wParam, lParam);
+            break;
         case WM_MOUSEWHEEL:
             // A wheel that passes over the window must not change a list that the focus never was in.
             if (GetFocus() != Window) return 0;

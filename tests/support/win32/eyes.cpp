@@ -1,8 +1,6 @@
-// What assistive technology is told of a program for Windows. For each line that comes in, all windows of the
-// process whose program it was given are told in lines of fields, with an empty line at the end. A line that
-// holds the number of a control presses it first.
-//
-// usage: eyes.exe PROGRAM
+// What assistive technology is told of a program for Windows, in lines of fields: for each line that comes
+// in, of the window whose number it holds and of the controls in it, or of all the program's windows for 0.
+// An empty line is the end; a window that is not on the screen has nothing before it.
 
 #include <windows.h>
 
@@ -13,8 +11,6 @@
 #include <string>
 
 namespace {
-
-std::wstring wanted;
 
 std::string Narrow(const std::wstring& text) {
     std::string narrow(text.size() * 3, '\0');
@@ -55,8 +51,8 @@ std::wstring Told(const Ask& ask) {
     return told;
 }
 
-void Tell(HWND window, bool top) {
-    IAccessible* accessible = Accessible(window);
+void Tell(HWND window) {
+    IAccessible* accessible = IsWindowVisible(window) ? Accessible(window) : nullptr;
     if (accessible == nullptr) return;
     VARIANT role{}, state{};
     accessible->get_accRole(Itself(), &role);
@@ -66,51 +62,25 @@ void Tell(HWND window, bool top) {
     };
     RECT place{};
     GetWindowRect(window, &place);
-    std::printf("%d\t%llu\t%ld\t%ld\t%ld\t%ld\t%ld\t%ld\t%s\t%s\t%s\t%s\n", top ? 1 : 0,
+    std::printf("%llu\t%ld\t%ld\t%ld\t%ld\t%ld\t%ld\t%s\t%s\n",
                 static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(window)), role.lVal,
                 state.lVal, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                text(&IAccessible::get_accName).c_str(), text(&IAccessible::get_accValue).c_str(),
-                text(&IAccessible::get_accDescription).c_str(),
-                text(&IAccessible::get_accDefaultAction).c_str());
+                text(&IAccessible::get_accName).c_str(), text(&IAccessible::get_accValue).c_str());
     accessible->Release();
-}
-
-BOOL CALLBACK TellChild(HWND window, LPARAM) {
-    if (IsWindowVisible(window)) Tell(window, false);
-    return TRUE;
-}
-
-BOOL CALLBACK TellWindow(HWND window, LPARAM) {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    const HANDLE opened = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process);
-    wchar_t name[MAX_PATH] = L"";
-    DWORD length = MAX_PATH;
-    QueryFullProcessImageNameW(opened, 0, name, &length);
-    CloseHandle(opened);
-    if (!std::wstring(name).ends_with(wanted) || !IsWindowVisible(window)) return TRUE;
-    Tell(window, true);
-    EnumChildWindows(window, TellChild, 0);
-    return TRUE;
 }
 
 }  // namespace
 
-int wmain(int count, wchar_t** words) {
-    if (count != 2) return 2;
-    wanted = words[1];
+int main() {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     char line[64];
     while (std::fgets(line, sizeof line, stdin) != nullptr) {
-        if (const auto number = std::strtoull(line, nullptr, 10); number != 0) {
-            if (IAccessible* accessible = Accessible(reinterpret_cast<HWND>(number))) {
-                accessible->accDoDefaultAction(Itself());
-                accessible->Release();
-            }
-        }
-        EnumWindows(TellWindow, 0);
+        const auto asked = reinterpret_cast<HWND>(std::strtoull(line, nullptr, 10));
+        if (asked != nullptr) Tell(asked);
+        const wchar_t* wanted = asked == nullptr ? L"OrvaneForm" : nullptr;
+        for (HWND window = nullptr; (window = FindWindowExW(asked, window, wanted, nullptr)) != nullptr;)
+            Tell(window);
         std::puts("");
         std::fflush(stdout);
     }
-    return 0;
 }
