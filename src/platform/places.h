@@ -32,8 +32,7 @@ std::string Utf8OfPath(const std::filesystem::path& path);
 //
 // On a desktop without drives "/..." and "~/..." are what they say. Every other name lies in the user's
 // folder, whichever slash it uses: "c:" is that folder, any other drive a folder in it named by the small
-// letter, and
-// ".." leads no further up than the drive.
+// letter, and ".." leads no further up than the drive.
 //
 // On Windows a drive or a share with a folder is what it says. A name without either lies in the user's
 // folder, and so does a file right in the root of drive c. Names of devices and of streams are no files.

@@ -117,7 +117,7 @@ class Question {
 bool OnX11() { return QGuiApplication::platformName() == "xcb" && Server() != nullptr; }
 
 QByteArray Answer(Question&& question, qsizetype most) {
-    for (const char* target : {"UTF8_STRING", "text/plain;charset=utf-8"}) {
+    for (const char* target : {"UTF8_STRING", "text/plain;charset=utf-8", "text/plain"}) {
         const auto place = question.Ask(target);
         if (!place) return {};
         if (*place != None) return question.Read(most);
