@@ -2,15 +2,13 @@
 #include <dlfcn.h>
 
 #include <chrono>
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <string>
 #include <thread>
 #include <vector>
 
-#include "platform/qt/sound_requests.h"
+#include "platform/sound_requests.h"
 
 namespace platform {
 namespace {
@@ -35,21 +33,12 @@ struct Wave {
     Uint32 Size = 0;
 };
 
-constexpr std::uintmax_t kLargestFile{16 << 20};  // six minutes at 22 kHz; all of it is loaded
-
-std::optional<Wave> LoadWave(const std::vector<std::string>& places) {
-    for (const std::string& place : places) {
-        // Opening anything but a plain file could wait for ever.
-        std::error_code error;
-        if (!std::filesystem::is_regular_file(place, error)) continue;
-        if (std::filesystem::file_size(place, error) > kLargestFile) return {};
-        Wave wave;
-        Uint8* samples = nullptr;
-        if (SDL_LoadWAV(place.c_str(), &wave.Format, &samples, &wave.Size) == nullptr) return {};
-        wave.Samples.reset(samples);
-        return wave;
-    }
-    return {};
+std::optional<Wave> LoadWave(const std::filesystem::path& file) {
+    Wave wave;
+    Uint8* samples = nullptr;
+    if (SDL_LoadWAV(file.c_str(), &wave.Format, &samples, &wave.Size) == nullptr) return {};
+    wave.Samples.reset(samples);
+    return wave;
 }
 
 // The sound device, open only while there is something to hear.
@@ -123,11 +112,12 @@ class Device {
 }  // namespace
 }  // namespace platform
 
-extern "C" void OrvaneRunSoundPlayer(platform::SoundRequests& requests) {
+// Never returns.
+extern "C" void OrvaneServeSounds(platform::SoundRequests& requests) {
     platform::SilenceAlsa();
     platform::Device device;
     for (;;) {
-        std::vector<std::string> wanted;
+        std::vector<std::filesystem::path> wanted;
         {
             std::unique_lock lock(requests.Lock);
             const auto arrived = [&] { return !requests.Wanted.empty(); };
@@ -142,7 +132,7 @@ extern "C" void OrvaneRunSoundPlayer(platform::SoundRequests& requests) {
         if (!device.IsOpen()) std::this_thread::sleep_for(std::chrono::milliseconds(8));
         if (wanted.empty()) {
             device.CloseIfDone();
-        } else if (const auto wave = platform::LoadWave(wanted)) {
+        } else if (const auto wave = platform::LoadWave(platform::SoundFile(wanted))) {
             device.Play(*wave);
         }
     }
