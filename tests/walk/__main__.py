@@ -9,11 +9,9 @@ import sys
 
 from desktop import Failure
 
-MODULES = {"walk": "walk", "accessibility": "accessibility", "sound": "sound", "installed": "installed",
-           "windows": "windows"}
-
 program, check, *words = sys.argv[1:]
+module = check if check in ("walk", "installed", "windows") else "world"
 try:
-    getattr(importlib.import_module(MODULES.get(check, "world")), check)(program, *words)
+    getattr(importlib.import_module(module), check)(program, *words)
 except Failure as failure:
     sys.exit(f"{check}: {failure}")

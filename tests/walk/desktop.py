@@ -32,23 +32,18 @@ class Failure(Exception):
     """What the user sees is not what it should be."""
 
 
-def wait_for(what, probe, seconds=PATIENCE):
-    """Polls until the probe gives something true, and gives that."""
+def wait_for(what, probe, seconds=PATIENCE, right=bool):
+    """Polls until the probe gives something true, or what else is right, and gives that."""
     end = time.monotonic() + seconds
-    while not (result := probe()):
+    while not right(shown := probe()):
         if time.monotonic() > end:
-            raise Failure(f"{what}: not within {seconds} seconds")
+            raise Failure(f"{what}: {shown!r} after {seconds} seconds")
         time.sleep(0.01)
-    return result
+    return shown
 
 
 def expect(what, probe, wanted, seconds=PATIENCE):
-    """Polls until the probe gives what is wanted; tells the last that it gave."""
-    end = time.monotonic() + seconds
-    while (shown := probe()) != wanted:
-        if time.monotonic() > end:
-            raise Failure(f"{what}: {shown!r} instead of {wanted!r}")
-        time.sleep(0.01)
+    wait_for(f"{what}, not {wanted!r}", probe, seconds, lambda shown: shown == wanted)
 
 
 # Processes. Whatever is started here, and whatever that starts, ends with this process.
@@ -57,16 +52,17 @@ PR_SET_PDEATHSIG, PR_SET_CHILD_SUBREAPER = 1, 36
 prctl = ctypes.CDLL(None).prctl
 
 
-def start(*words, **options):
+def start(*words, at_end=signal.SIGKILL, **options):
     return subprocess.Popen(words, stdin=subprocess.DEVNULL, **options,
-                            preexec_fn=lambda: prctl(PR_SET_PDEATHSIG, signal.SIGKILL))
+                            preexec_fn=lambda: prctl(PR_SET_PDEATHSIG, at_end))
 
 
 def start_server(log, *words):
-    """Starts a server that writes one line, where it can be reached, to the descriptor put for {}. Gives the
-    line and the process."""
+    """Starts a server that writes one line, where it can be reached, to the descriptor put for {}, and takes
+    its files away when it is asked to end. Gives the line and the process."""
     reader, writer = os.pipe()
-    server = start(*(word.format(writer) for word in words), pass_fds=[writer], stdout=log, stderr=log)
+    server = start(*(word.format(writer) for word in words), at_end=signal.SIGTERM, pass_fds=[writer],
+                   stdout=log, stderr=log)
     os.close(writer)
     with os.fdopen(reader) as answer:
         address = answer.readline().strip()
@@ -76,19 +72,15 @@ def start_server(log, *words):
 
 
 def end_children():
-    # The orphans of a child become children, so nothing is left when there are none. Servers get the time to
-    # take their files away.
+    """The orphans of a child become children, so nothing is left when there are none."""
     patience = time.monotonic() + 2
-    asked = set()
-    while found := {int(child) for task in pathlib.Path("/proc/self/task").iterdir()
-                    for child in (task / "children").read_text().split()}:
-        late = time.monotonic() > patience
-        for child in found if late else found - asked:
-            os.kill(child, signal.SIGKILL if late else signal.SIGTERM)
-        asked |= found
-        while any(found) and os.waitpid(-1, os.WNOHANG)[0]:
-            found.pop()
-        time.sleep(0.01)
+    while children := {int(child) for task in pathlib.Path("/proc/self/task").glob("*/children")
+                       for child in task.read_text().split()}:
+        for child in children:
+            os.kill(child, signal.SIGTERM if time.monotonic() < patience else signal.SIGKILL)
+        time.sleep(0.02)
+        for child in children:
+            os.waitpid(child, os.WNOHANG)
 
 
 # Variables of the environment for what is started inside.
@@ -101,8 +93,12 @@ def new_home():
     ends with all that was started in it."""
     for stop in signal.SIGTERM, signal.SIGHUP, signal.SIGINT:
         signal.signal(stop, lambda number, _: sys.exit(128 + number))
+    home = tempfile.mkdtemp(prefix="orvane-desktop-", dir="/tmp")  # the names of sockets must not be long
+    # Outlives this process, even if that is killed, by a moment.
+    cleaner = subprocess.Popen(["setsid", "-f", "sh", "-c", 'cat; sleep 1; rm -rf "$0"', home],
+                               stdin=subprocess.PIPE)
+    cleaner.wait()
     prctl(PR_SET_CHILD_SUBREAPER, 1)
-    home = tempfile.mkdtemp(prefix="orvane-desktop-")
     kept = {name: value for name, value in os.environ.items()
             if name in ("PATH", "QT_SCALE_FACTOR") or name.endswith("SAN_OPTIONS")}
     try:
@@ -127,9 +123,6 @@ def screen(home, manager="openbox"):
                 managed = lambda: "window id" in properties("root", "_NET_SUPPORTING_WM_CHECK")
                 wait_for("the window manager", managed)
             yield server
-    if server.poll() is not None:  # one that was killed leaves these
-        for left in f".X11-unix/X{number}", f".X{number}-lock":
-            pathlib.Path("/tmp", left).unlink(missing_ok=True)
 
 
 @contextlib.contextmanager

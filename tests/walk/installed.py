@@ -1,17 +1,46 @@
 """What is installed is whole: started from elsewhere and by a user with an empty home, the program finds its
-sounds, weapons and questions."""
+sounds, weapons and questions. Its sound device gets each sound after its press, instead of the one before."""
 
+import contextlib
+import fcntl
 import os
 import pathlib
 import subprocess
-import tempfile
+import wave
 
-from desktop import Failure, desktop, expect, surroundings, wait_for, xdotool
+from desktop import Failure, desktop, expect, output, surroundings, wait_for, xdotool
 from session import Session
-from sound import Speaker
 
 FOLDER = "Würfel und Waffen"
 WM_CLASS = "orvane-utilities"
+
+
+class Speaker:
+    """A sound device that is a pipe: all that the program plays is heard here, in the order played."""
+
+    def __init__(self, pipe):
+        os.mkfifo(pipe)
+        self.pipe = os.open(pipe, os.O_RDWR | os.O_NONBLOCK)
+        fcntl.fcntl(self.pipe, fcntl.F_SETPIPE_SZ, 2 ** 20)  # 20 seconds, so that the player never waits
+        self.heard = b""
+        self.sounds = {}
+        for file in (pathlib.Path(__file__).parents[2] / "sounds").glob("*.wav"):
+            with wave.open(str(file)) as sound:
+                self.sounds[file.stem] = sound.readframes(sound.getnframes())
+
+    def hears(self, part):
+        with contextlib.suppress(BlockingIOError):
+            self.heard += os.read(self.pipe, 2 ** 20)
+        return part in self.heard
+
+    def expect(self, name):
+        """Waits for the start of a sound. None but a click may have gone on until late before."""
+        start = self.sounds[name][1000:3000]
+        wait_for(f"the sound {name}", lambda: self.hears(start))
+        before, _, self.heard = self.heard.partition(start)
+        for other, sound in self.sounds.items():
+            if sound[len(sound) * 3 // 4:][:2000] in before and other != "click":
+                raise Failure(f"the sound {other} went on and was not replaced by {name}")
 
 
 def run(*words, **environment):
@@ -42,12 +71,23 @@ def unpack(scratch, first, second=None):
 
 def use(command, home):
     speaker = Speaker(home / "speaker")
-    with surroundings(speaker.surroundings):
+    with surroundings(SDL_AUDIODRIVER="disk", SDL_DISKAUDIOFILE=str(home / "speaker")):
         session = Session(command, home)
     of_class = lambda: xdotool("search", "--onlyvisible", "--class", f"^{WM_CLASS}$")
     expect("the windows of the entry's class", of_class, str(session.launcher.number))
-    speaker.expect_all(session)
-    weapon = session.open("Weapons").box("Result").text.splitlines()[0]
+    speaker.expect("theme")
+    window = session.open("Weapons")
+    speaker.expect("theme2")
+    window.press("Get Weapon")
+    speaker.expect("chant")
+    weapon = window.box("Result").text.splitlines()[0]
+    session.open("Weapons")  # it is open already
+    speaker.expect("click")
+    window.press("x")
+    speaker.expect("quit")
+    wait_for("the end of the last sound", lambda: speaker.hears(speaker.sounds["quit"][-3000:-1000]))
+    is_open = lambda: "speaker" in output("ls", "-l", f"/proc/{session.process.pid}/fd")
+    expect("the sound device to be open", is_open, False)
     session.open_editor()
     session.launcher.press("Exit")
     wait_for("the end", lambda: session.process.poll() == 0)
@@ -63,6 +103,6 @@ def use(command, home):
 def installed(first, second=None):
     """a build folder's rules, a package and an archive, or a command give a whole program"""
     is_command = not second and pathlib.Path(first).is_file()
-    with desktop() as home, tempfile.TemporaryDirectory(prefix="orvane-installed-") as scratch:
-        for command in [first] if is_command else unpack(pathlib.Path(scratch), first, second):
+    with desktop() as home:
+        for command in [first] if is_command else unpack(home / "installed", first, second):
             use(command, home)

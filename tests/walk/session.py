@@ -103,10 +103,15 @@ class Control:
         return view.controls() if view.showing else None
 
     def choose(self, name):
+        """A list tells its entry, and once open that it is and which is chosen."""
         self.click()
         entries = wait_for(f"the open list {self.name}", self.entries)
+        expect(f"the chosen entry of {self.name}", lambda: (
+            self.told("EXPANDED"), [entry.name for entry in entries if entry.told("SELECTED")]),
+            (True, [self.description]))
         next(entry for entry in entries if entry.name == name).click()
-        wait_for(f"the list {self.name} to close", lambda: self.entries() is None)
+        expect(f"the entry of {self.name}", lambda: (
+            self.told("EXPANDED"), self.entries(), self.description), (False, None, name))
 
 
 class Window(Control):
@@ -117,6 +122,7 @@ class Window(Control):
         self.number = number
 
     title = property(lambda self: xdotool("getwindowname", self.number))
+    texts = property(lambda self: [box.text for box in self.all("text", "")])
     status = property(lambda self: next(c.name for c in self.controls() if c.role == "status bar"))
     focus = property(lambda self: [control.name for control in self.controls() if control.focused])
 

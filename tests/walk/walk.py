@@ -1,20 +1,21 @@
 """A walk through the real program with the events of a pointer and a keyboard. Prints what the tools showed
-and leaves a picture of each window."""
+and leaves two pictures of each window: as it opens, and used."""
 
 import itertools
 import pathlib
 import re
-import subprocess
 import tempfile
-import time
 
-from desktop import (Failure, active_window, clipboard, desktop, enter, expect, press, properties, start,
-                     wait_for, xdotool)
-from session import EDITOR, TOOLS, Session, overlap
+from accessibility import find, go_round, hear
+from desktop import (Failure, active_window, clipboard, desktop, enter, expect, press, properties, wait_for,
+                     xdotool)
+from session import EDITOR, LAUNCHER, TOOLS, Session, overlap
 
 ALIGNMENTS = "Lawfull Good|Good|Chaotic Good|Lawfull|True Neutral|Chaotic|Lawfull Evil|Evil|Chaotic Evil"
 QUESTION = "Question and ansvers"
 EDITED = "Who goes there?"
+WAYS = {"x": lambda window: window.button("x").click(), "alt+F4": lambda _: press("alt+F4"),
+        "minimised": lambda window: xdotool("windowminimize", window.number)}
 
 
 def tell(name, text):
@@ -52,10 +53,6 @@ def answer(window):
 def edit(session, folder):
     """A question is edited and saved."""
     editor = session.open_editor()
-    state = properties(editor.number, "_NET_WM_STATE")
-    allowed = properties(editor.number, "_NET_WM_ALLOWED_ACTIONS")
-    if "ABOVE" in state or re.search("RESIZE|MAXIMIZE", allowed):
-        raise Failure(f"the editor is no ordinary window of a fixed size: {state}{allowed}")
     editor.photograph(folder / f"{EDITOR.name}.png")
     press("alt+q")
     enter(EDITED)
@@ -63,89 +60,63 @@ def edit(session, folder):
     tell(EDITOR.name, f"the first question is now {EDITED!r}")
 
 
-def visit(session, button, folder):
-    """What every window does."""
-    tool = TOOLS[button]
-    window = session.open(button)
-    expect(f"the active window after {button!r}", active_window, str(window.number))
-    frame = re.findall(r"\d+", properties(window.number, "_NET_FRAME_EXTENTS"))
-    if any(map(int, frame)) or "SKIP" in properties(window.number, "_NET_WM_STATE"):
-        raise Failure(f"{tool.name} has a frame or is in no list of windows")
-    use(window, tool) if tool.text else answer(window)
-    window.photograph(folder / f"{tool.name}.png")
-    for glyph, height in ("_", {32}), ("=", {window.bounds[3], 321}):  # one is a little higher than at first
-        window.press(glyph)
-        wait_for(f"{tool.name} to be as high as one of {height}", lambda: window.bounds[3] in height)
-    shown = [box.text for box in window.all("text", "")]
-    reopen(session, window, button)
-    expect(f"the texts of {tool.name}", lambda: [box.text for box in window.all("text", "")], shown)
-    return window
+def look(window, file, framed=False):
+    """What every window is as it opens: in front, of its kind to the window manager, and readable."""
+    expect(f"the active window at {window.name}", active_window, str(window.number))
+    state, allowed, frame = (properties(window.number, f"_NET_{name}")
+                             for name in ("WM_STATE", "WM_ALLOWED_ACTIONS", "FRAME_EXTENTS"))
+    if "SKIP" in state or ("ABOVE" in state) == framed or bool(re.search("[1-9]", frame)) != framed or (
+            framed and re.search("RESIZE|MAXIMIZE", allowed)):
+        raise Failure(f"{window.name} is no window of its kind: {state}{allowed}{frame}")
+    window.photograph(file)
+    find(window)
+    go_round(window)
 
 
-def reopen(session, window, button):
-    """A window that was closed, by itself or by the window manager, or minimised, comes back where it was."""
-    place = window.bounds
-    for how in "x", "alt+F4", "minimised":
+def come_back(session, window, button):
+    """A window that was closed, by itself or by the window manager, or minimised, is as it was."""
+    before = window.bounds, window.texts
+    for way in session.ways:
         window.activate()
-        if how == "x":
-            window.button("x").click()
-        elif how == "alt+F4":
-            press(how)
-        else:
-            xdotool("windowminimize", window.number)
-        if how != "minimised":
-            wait_for(f"{button} to be closed", lambda: window.number not in session.window_numbers())
-        elif session.minimises:
-            wait_for(f"{button} to be minimised", lambda: "Iconic" in properties(window.number, "WM_STATE"))
+        WAYS[way](window)
+        wait_for(f"{button} to go by {way}", lambda: window.number not in session.window_numbers() or
+                 "Iconic" in properties(window.number, "WM_STATE"))
         session.open(button)
-        expect(f"the place of {button} after {how}", lambda: window.bounds, place)
-        expect(f"the active window after {how}", active_window, str(window.number))
+        expect(f"{button} after {way}", lambda: (window.bounds, window.texts), before)
+        expect(f"the active window after {way}", active_window, str(window.number))
+
+
+def visit(session, button, folder):
+    """A tool, opened as assistive technology does, and used."""
+    tool = TOOLS[button]
+    session.launcher.button(button).act()
+    window = session.window(tool)
+    look(window, folder / f"{tool.name}.png")
+    use(window, tool) if tool.text else answer(window)
+    window.photograph(folder / f"{tool.name}-used.png")
+    come_back(session, window, button)
 
 
 def drag(window):
-    """The window follows the pointer and stays where it was let go, however late the display server tells."""
-    title = next(c for c in window.controls() if c.role == "label")
     left = window.bounds[0]
-    title.hover("mousedown", 1)
-    x, y = map(int, re.findall(r"[xy]:(\d+)", xdotool("getmouselocation")))
-    moves = (word for i in range(1, 300) for word in ("mousemove", x + i, y + i // 2, "sleep", 0.002))
-    xdotool(*moves, "mouseup", 1)
-    time.sleep(0.5)
-    place = window.bounds
-    title.click()
-    if place[0] <= left or window.bounds != place:
-        raise Failure(f"a drag from {left} leaves the window at {place}, a click at {window.bounds}")
-
-
-def stay_on_top(windows):
-    """Another program's window that is raised, and then one that is turned to, covers none of them."""
-    start("xmessage", "-geometry", "1500x1000+20+20", "Another program", stderr=subprocess.DEVNULL)
-    search = "search", "--onlyvisible", "--class", "^xmessage$"
-    other = wait_for("another program's window", lambda: xdotool(*search))
-    for how in "windowraise", "windowactivate":
-        xdotool(how, other)
-        time.sleep(0.3)
-        order = [int(number, 16) for number in
-                 re.findall("0x[0-9a-f]+", properties("root", "_NET_CLIENT_LIST_STACKING"))]
-        if under := [w.name for w in windows if order.index(w.number) < order.index(int(other))]:
-            raise Failure(f"another program's window, after {how}, covers {under}")
-    xdotool("windowkill", other)
+    title = next(control for control in window.controls() if control.role == "label")
+    title.hover("mousedown", 1, *50 * ["mousemove_relative", 3, 1, "sleep", 0.01], "mouseup", 1)
+    wait_for(f"{window.name} to follow the pointer", lambda: window.bounds[0] > left)
 
 
 def walk(path, folder=None, manager="openbox"):
-    """every tool opened, used, rolled up, closed, brought back; a question edited; pictures in a folder"""
-    with tempfile.TemporaryDirectory() as scratch, desktop(manager) as home:
-        pictures = pathlib.Path(folder or scratch).absolute()
+    """every tool opened, read, used, closed, brought back; a question edited; pictures in a folder"""
+    with desktop(manager) as home:
+        pictures = pathlib.Path(folder or home / "pictures").absolute()
         pictures.mkdir(parents=True, exist_ok=True)
         session = Session(path, home)
-        session.minimises = manager != "i3"  # which has no place for such windows
-        expect("the active window", active_window, str(session.launcher.number))
-        session.launcher.button("Exit").hover()
-        expect("a hint", lambda: session.launcher.status, "Will quit program")
-        session.launcher.photograph(pictures / "frmMain.png")
-        windows = [session.launcher, *(visit(session, button, pictures) for button in TOOLS)]
-        drag(windows[1])
-        stay_on_top(windows)
+        session.ways = [way for way in WAYS if (manager, way) != ("i3", "minimised")]  # no place there
+        look(session.launcher, pictures / f"{LAUNCHER.name}.png")
+        hear("Will quit program", session.launcher.button("Exit").hover)
+        for button in TOOLS:
+            visit(session, button, pictures)
+        drag(session.launcher)
+        look(session.open_editor(), pictures / f"{EDITOR.name}.png", framed=True)
         edit(session, pictures)
         tell("Exit", session.leave())
         again = Session(path, home, tidy=False)

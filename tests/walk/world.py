@@ -1,23 +1,19 @@
 """The real program in a world that is not as it should be: several screens and one that goes away, other
-display servers, no room or rights in the home, nobody who answers for the clipboard, an end from outside."""
+display servers, nobody who answers for the clipboard or the sound, an end from outside."""
 
-import contextlib
-import os
 import pathlib
-import pwd
 import re
-import shutil
 import signal
+import socket
 import subprocess
 import sys
 import time
 
 from desktop import (Failure, clipboard, desktop, enter, expect, new_home, output, press, screen, start,
                      surroundings, wait_for, xdotool)
-from session import EDITOR, LAUNCHER, TOOLS, Session
+from session import LAUNCHER, TOOLS, Session
 
 LEFT, RIGHT = (0, 0, 800, 600), (800, 200, 800, 1000)
-TYPED = "Who goes there?"
 
 
 def set_screen(name, area, display="none"):
@@ -27,7 +23,7 @@ def set_screen(name, area, display="none"):
 
 
 def screens(path):
-    """windows come up on the pointer's screen and back from one that has gone; a list keeps to its screen"""
+    """windows come up on the pointer's screen and back from one that has gone"""
     def open_in_middle(button, area, pointer):
         xdotool("mousemove", *pointer)
         if button:
@@ -43,16 +39,7 @@ def screens(path):
         xdotool("mousemove", 1500, 1100)
         session = Session(path, home, tidy=False)
         open_in_middle(None, RIGHT, (1500, 1100))
-        stats = open_in_middle("Stats Min/Max Generator", RIGHT, (1500, 1100))
-        stats.move(RIGHT[0] - 60, 560)
-        classes = stats.list("Class")
-        classes.click()
-        wait_for("the open list", classes.entries)
-        left, top, width, height = classes.controls()[0].place
-        if not any(x <= left and left + width <= x + right and y <= top and top + height <= y + down
-                   for x, y, right, down in (LEFT, RIGHT)):
-            raise Failure(f"the list at {left, top, width, height} of {stats.bounds} is not on one screen")
-        press("Escape")
+        open_in_middle("Stats Min/Max Generator", RIGHT, (1500, 1100))
         dice = open_in_middle("Dice Roller", LEFT, (100, 500))
         dice.move(1300, 900)
         dice.press("x")
@@ -136,7 +123,7 @@ def paste(*how, selection="clipboard"):
 def edit(session):
     session.open_editor().activate()
     press("alt+q")
-    enter(TYPED)
+    enter("Who goes there?")
 
 
 def drag(session):
@@ -162,88 +149,43 @@ def ends(code, work, end):
     return fault
 
 
-def files(folder):
-    return {file: file.is_file() and file.read_bytes() for file in folder.rglob("*")}
+def sound(path, home, **environment):
+    """Without a sound the program is as quick as ever and has nothing to say about it."""
+    with surroundings(environment):
+        session = Session(path, home)
+    for _ in range(3):
+        session.roll()  # each with a click
+    return session.leave()
 
 
-def saves(path, home, folder, expected):
-    """Edits the questions. They are saved, or everything in the folder stays as it was."""
-    before = files(folder)
-    session = Session(path, home)
-    edit(session)
-    session.window(EDITOR).press("Save")
-    session.roll()  # behind the save
-    now = files(folder)
-    saved = any(data and TYPED.encode() in data for data in now.values())
-    if saved != expected or (not saved and now != before):
-        raise Failure(f"a save left {sorted(now)} of {sorted(before)}")
-    return f"{'saved' if expected else 'not saved'}, {session.leave()}"
-
-
-def home_of(expected, **values):
-    """Values are made from the folder that the home may lie in."""
-    def fault(path, home):
-        folder = home / "world"
-        folder.mkdir()
-        (folder / "file").write_text("mine")
-        with surroundings({name: value.format(folder) for name, value in values.items()}):
-            return saves(path, home, folder, expected)
-    return fault
-
-
-def disk(path, home, *options):
-    """A file system of its own for the user's data, with questions of his own, that is full or read-only."""
-    with disk_at(home), surroundings(XDG_DATA_HOME=str(home)):
-        (home / "orvane").mkdir()
-        shutil.copy(pathlib.Path(path).parent / "questions.ini", home / "orvane/questions.ini")
-        output("mount", *options, home) if options else output("dd", "if=/dev/zero", f"of={home}/filler")
-        return saves(path, home.parent, home, False)
-
-
-@contextlib.contextmanager
-def disk_at(folder):
-    if subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "none", folder]).returncode:
-        raise Failure("NOT TRIED: this machine lets nobody mount")
-    try:
-        yield
-    finally:
-        output("umount", "--lazy", folder)
-
-
-def unset_home(path, home):
-    entry = pathlib.Path(pwd.getpwuid(os.getuid()).pw_dir)
-    if entry in pathlib.Path(path).resolve().parents:
-        return "NOT TRIED: the program lies in the home that would be used"
-    with disk_at(entry), surroundings():
-        del os.environ["HOME"]
-        return saves(path, home, entry, True)
+def deaf_server(path, home):
+    with socket.socket(socket.AF_UNIX) as server:
+        server.bind(f"{home}/server")
+        server.listen()
+        told = sound(path, home, SDL_AUDIODRIVER="pulseaudio", PULSE_SERVER=f"unix:{home}/server")
+        server.setblocking(False)
+        server.accept()  # an error if the program never came
+        return told
 
 
 FAULTS = {
-    "the display's server is killed, a list open": ends(1, open_list, lambda _, server: server.kill()),
-    "the display's server is killed, a window comes":
-        ends(1, lambda session: session.launcher.button("Weapons").click(), lambda _, server: server.kill()),
+    "the display's server goes, a list open": ends(1, open_list, lambda _, server: server.terminate()),
+    "the display's server goes, a window comes": ends(
+        1, lambda session: session.launcher.button("Weapons").click(), lambda _, server: server.terminate()),
     "the display cuts the program off in a drag":
         ends(1, drag, lambda session, _: xdotool("windowkill", session.launcher.number)),
     "SIGTERM, a text not saved": ends(-signal.SIGTERM, edit, lambda session, _: session.process.terminate()),
-    "the home is nowhere": home_of(False, HOME="/proc/nowhere"),
-    "the folder for data is a relative one": home_of(True, HOME="{}", XDG_DATA_HOME="relative"),
-    "the folder for data is a file": home_of(False, HOME="{}", XDG_DATA_HOME="{}/file"),
-    "no home is told": unset_home,
-    "the disk is full": disk,
-    "the disk is read-only": lambda path, home: disk(path, home, "-o", "remount,ro"),
     "the clipboard's owner hangs, a paste": paste("key", "ctrl+v"),
     "the clipboard's owner hangs, a menu": paste("click", 3, "key", "p"),
     "the selection's owner hangs, a click": paste("click", 2, selection="primary"),
+    "no sound device":
+        lambda path, home: sound(path, home, SDL_AUDIODRIVER="alsa", ALSA_CONFIG_PATH="/dev/null"),
+    "the sound server never answers": deaf_server,
 }
 
 
-def faults(path, *own):
-    """no display, home, room or answer: the program goes on or ends, and no file is harmed"""
-    # What is mounted here is seen by nobody else.
-    for words in [] if own else [["unshare", "--mount"], ["unshare", "--mount", "--map-root-user"]]:
-        if subprocess.run([*words, "true"], capture_output=True).returncode == 0:
-            os.execvp(words[0], [*words, sys.executable, "-B", *sys.argv, "own"])
+def faults(path):
+    """no display, sound or answer: the program goes on or ends, and no file is harmed"""
     failed = False
     with desktop() as home:
         for number, (name, fault) in enumerate(FAULTS.items()):
@@ -254,29 +196,6 @@ def faults(path, *own):
                     told = fault(path, own)
             except Failure as failure:
                 failed = told = f"FAILED: {failure}"
-            print(f"{name:46} {told}", flush=True)
+            print(f"{name:42} {told}", flush=True)
     if failed:
         raise Failure("not every fault is borne")
-
-
-def runs(session):
-    """Of each thread how often it began to run, as the kernel counts."""
-    tasks = pathlib.Path(f"/proc/{session.process.pid}/task")
-    return {task.name: (task / "schedstat").read_text().split()[2] for task in tasks.iterdir()}
-
-
-def idle(path, seconds="3"):
-    """a program that waits, all tools open and used, does not wake up at all"""
-    with desktop() as home:
-        session = Session(path, home)
-        for button, tool in TOOLS.items():
-            window = session.open(button)
-            if tool.text:
-                window.press(tool.mark)
-        session.launcher.activate()  # no box of it takes the focus
-        xdotool("mousemove", 1599, 1199)
-        time.sleep(6)  # until every sound is over
-        before = runs(session)
-        time.sleep(float(seconds))
-        expect(f"the runs of each thread in {seconds} s", lambda: runs(session), before, seconds=0)
-        print(f"idle for {seconds} s, all tools open: no thread ran")

@@ -5,7 +5,7 @@ set(ROBOT_USES Qt6::Widgets Qt6::Test)
 set(DESKTOP_CORE_TESTS
   platform/qt/places_desktop_test.cpp
   platform/qt/profile_file_test.cpp)
-set(DISPLAY_CHECKS walk accessibility sound screens wayland handover faults idle installed)
+set(DISPLAY_CHECKS walk screens wayland handover faults installed)
 set(SOURCE_ROOT)
 set(HAS_LINUX_TESTS ON)
 
