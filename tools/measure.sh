@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Prints a table of what the program is held to, what was measured, and which of it holds: start-up and memory
-# beside a bare window of the toolkit, the first opening of each tool, a press, the cores, and the idle program.
+# beside a bare window of the toolkit, the first opening of each tool, a press, the cores, the idle program.
 # usage: measure.sh [ROUNDS]
 set -euo pipefail
 cd "$(dirname "$0")/.."

@@ -5,13 +5,15 @@ declare -A PACKAGES=(
     [package]="appstream desktop-file-utils dpkg-dev file lintian man-db"
     [release]="debian-archive-keyring debootstrap git"
     [start]="fonts-dejavu-core fonts-liberation qt6-wayland xdotool"
-    [tour]="at-spi2-core dbus-daemon gir1.2-atspi-2.0 imagemagick openbox python3 python3-gi x11-utils xclip xdotool xvfb"
+    [tour]="at-spi2-core dbus-daemon gir1.2-atspi-2.0 imagemagick openbox python3 python3-gi x11-utils xclip
+        xdotool xvfb"
     [measure]="libbenchmark-dev pkg-config python3-xlib xauth xvfb"
     [code]="clang-format clang-tidy cppcheck"
     [desktops]="i3-wm mutter xfce4-settings xfwm4"
     [looks]="fonts-freefont-ttf locales qt6ct"
     [sounds]="csound"
-    [windows]="cmake fonts-liberation fonts-wine g++-mingw-w64-x86-64-posix imagemagick ninja-build wine64 xauth xvfb"
+    [windows]="cmake fonts-liberation fonts-wine g++-mingw-w64-x86-64-posix imagemagick ninja-build wine64 xauth
+        xvfb"
     [windows-test]="googletest"
     [test]="libgtest-dev strace weston x11-xserver-utils xfce4-settings xwayland"
 )
@@ -29,7 +31,8 @@ need() {
     ((EUID == 0)) || root=(sudo)
     # A source of other software that cannot be reached does not matter: what is missing shows below.
     quietly "${root[@]}" apt-get update -q </dev/null || true
-    quietly "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install "${options[@]}" $missing </dev/null
+    quietly "${root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install "${options[@]}" $missing </dev/null
 }
 
 # quietly COMMAND...: runs it and shows what it printed only if it fails.

@@ -1,16 +1,29 @@
 #!/bin/bash
 # The checks that take their time, one after the other, or those that are named. Each tells in a line whether
 # it holds and what it shows; what it printed, and its pictures, lie in build/long.
+# usage: all.sh [NAME...]
 set -uo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 source tools/packages.sh
 
 walk="/usr/bin/python3 -B tests/walk build/release/program/orvane-utilities"
 out=build/long
-names=() purposes=() shows=() commands=()
+asked=$*
+known=""
+failed=0
+mkdir -p "$out"
+
 check() { # NAME "PURPOSE OF PACKAGES..." WHAT IT SHOWS: COMMAND
-    names+=("$1") purposes+=("$2") shows+=("$3") commands+=("$4")
+    local verdict=holds
+    known+=" $1"
+    [[ -z $asked || " $asked " == *" $1 "* ]] || return 0
+    need $2 || exit
+    SECONDS=0
+    $4 >"$out/$1.log" 2>&1 || verdict=FAILED failed=1
+    printf '%-8s %-6s %4d s  %s\n' "$1" "$verdict" "$SECONDS" "$3"
+    [[ $verdict == holds ]] || tail -n 20 "$out/$1.log"
 }
+
 check code "" "the code is laid out and reads clean" tests/long/code.sh
 check package "" "the package and the archive are whole, and the same when packed again" tests/long/package.sh
 for release in bookworm trixie; do
@@ -23,7 +36,6 @@ for manager in i3 xfwm4 mutter; do
 done
 check dense "" "the walk through every tool holds on a screen of twice the density" \
     "env QT_SCALE_FACTOR=2 $walk walk $out/dense"
-check idle "" "with all tools open and used no thread of the program runs for 40 seconds" "$walk idle 40"
 check looks "looks" \
     "texts stay whole at densities 1 to 3, in other fonts and sizes; other languages change nothing" \
     tests/long/looks.sh
@@ -32,17 +44,6 @@ check monkey "" "200,000 random events break none of what must always hold, and 
 check figures "measure" "start, memory, answers and wake-ups keep within their budgets" tools/measure.sh
 
 for name; do
-    [[ " ${names[*]} " == *" $name "* ]] || { echo "no check $name, but: ${names[*]}" >&2; exit 2; }
-done
-failed=0
-mkdir -p "$out"
-for i in "${!names[@]}"; do
-    [[ $# -eq 0 || " $* " == *" ${names[i]} "* ]] || continue
-    need ${purposes[i]} || exit
-    SECONDS=0
-    verdict=holds
-    ${commands[i]} >"$out/${names[i]}.log" 2>&1 || verdict=FAILED failed=1
-    printf '%-8s %-6s %4d s  %s\n' "${names[i]}" "$verdict" "$SECONDS" "${shows[i]}"
-    [[ $verdict == holds ]] || tail -n 20 "$out/${names[i]}.log"
+    [[ " $known " == *" $name "* ]] || { echo "no check $name, but:$known" >&2; failed=2; }
 done
 exit "$failed"

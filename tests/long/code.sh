@@ -12,8 +12,8 @@ echo "layout: clang-format"
 find src tests tools -name '*.cpp' -o -name '*.h' | xargs clang-format --dry-run -Werror
 
 echo "reading: cppcheck"
-# It takes the reference to a window's control for one to a temporary, and a benchmark for a callback, and tells
-# how far it looks.
+# It takes the reference to a window's control for one to a temporary, and a benchmark for a callback, and
+# tells how far it looks.
 suppressed=(danglingTempReference danglingTemporaryLifetime constParameterCallback useStlAlgorithm
     noExplicitConstructor normalCheckLevelMaxBranches '*:*/build/*')
 cppcheck --project=build/release/compile_commands.json -i build \

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Builds the Debian package and the portable archive and has them judged: by the tools of Debian and of the desktops,
-# by packing them a second time under another umask, and by starting the program out of each.
+# Builds the Debian package and the portable archive and has them judged: by the tools of Debian and of the
+# desktops, by packing them a second time under another umask, and by starting the program out of each.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 source tools/packages.sh
@@ -16,10 +16,11 @@ sha256sum --check "$scratch/sums"
 
 dpkg-deb --info "$package"
 dpkg-deb --extract "$package" "$scratch/tree"
-# The binaries keep the note of their compiler, which may find no call that it could fortify, and an odd spelling is the
-# program's own.
-lintian --allow-root --profile debian --display-info --fail-on error,warning,info \
-    --suppress-tags binary-has-unneeded-section,hardening-no-fortify-functions,spelling-error-in-binary "$package"
+# The binaries keep the note of their compiler, which may find no call that it could fortify, and an odd spelling
+# is the program's own.
+ours=binary-has-unneeded-section,hardening-no-fortify-functions,spelling-error-in-binary
+lintian --allow-root --profile debian --display-info --fail-on error,warning,info --suppress-tags "$ours" \
+    "$package"
 desktop-file-validate "$scratch"/tree/usr/share/applications/*.desktop
 appstreamcli validate --no-net --pedantic "$scratch"/tree/usr/share/metainfo/*.xml
 version=$(dpkg-deb --field "$package" Version)

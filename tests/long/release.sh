@@ -1,7 +1,7 @@
 #!/bin/bash
-# Makes a minimal Debian of a release and does in it, from a clean clone, what the README tells: ./run and ./test. Makes
-# and judges the package there, installs it in a second one, starts it as an ordinary user and takes it away again.
-# Tells how long each took. Needs root, the network, and 8 GB under /var/tmp.
+# Makes a minimal Debian of a release and does in it, from a clean clone, what the README tells: ./run and
+# ./test. Makes and judges the package there, installs it in a second one, starts it as an ordinary user and takes
+# it away again. Tells how long each took. Needs root, the network, and 8 GB under /var/tmp.
 # usage: release.sh RELEASE      (bookworm, trixie)
 set -euo pipefail
 release=$1 work=${2-}
@@ -23,10 +23,10 @@ fi
 
 fail() { echo "$release: $*" >&2; exit 1; }
 within() { # SYSTEM COMMAND...: runs it there, with nothing of this machine's environment
-    chroot "$work/$1" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 DEBIAN_FRONTEND=noninteractive \
-        "${@:2}" </dev/null
+    chroot "$work/$1" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
+        DEBIAN_FRONTEND=noninteractive "${@:2}" </dev/null
 }
-step() { # WHAT COMMAND...: tells how long the command took and the last line it printed; no error output may come
+step() { # WHAT COMMAND...: tells how long the command took and its last line; no error output may come
     local start=$SECONDS
     "${@:2}" >"$work/printed" 2>"$work/errors" || { cat "$work/printed" "$work/errors"; fail "$1"; }
     printf '%-30s %5d s  %s\n' "$1" $((SECONDS - start)) "$(tail -n 1 "$work/printed")"
@@ -35,8 +35,8 @@ step() { # WHAT COMMAND...: tells how long the command took and the last line it
 
 make_systems() {
     local mirror system
-    mirror=$(apt-get indextargets --format '$(REPO_URI)' 'Identifier: Packages' 'Origin: Debian' 'Label: Debian' |
-        head -n 1)
+    mirror=$(apt-get indextargets --format '$(REPO_URI)' \
+        'Identifier: Packages' 'Origin: Debian' 'Label: Debian' | head -n 1)
     debootstrap --variant=minbase "$release" "$work/builder" "$mirror"
     # How this machine reaches the mirror.
     apt-config dump Acquire | grep -iE 'proxy|check-' >"$work/builder/etc/apt/apt.conf.d/machine" || true
@@ -53,7 +53,8 @@ make_systems() {
     mount --rbind "$work/user" "$work/builder/user"
     mkdir "$work/builder/orvane"
     git -c safe.directory="*" archive HEAD | tar -x -C "$work/builder/orvane"
-    echo "Debian $(<"$work/builder/etc/debian_version") with $(within user dpkg-query --list | grep -c ^ii) packages"
+    echo "Debian $(<"$work/builder/etc/debian_version")," \
+        "$(within user dpkg-query --list | grep -c ^ii) packages"
 }
 
 install() { within user apt-get -q -y "$@" install "/root/$(ls "$work/user/root")" 2>&1; }
@@ -92,6 +93,7 @@ echo mine >"$own"
 step "installed over itself" install --reinstall
 within user dpkg --verify orvane-utilities | grep . && fail "the files differ from the package's"
 step "removed" purge
-left=$(find "$work/user" -xdev \( -path '*/user/root' -o -path '*/user/var/log' \) -prune -o -iname '*orvane*' -print)
+left=$(find "$work/user" -xdev \( -path '*/user/root' -o -path '*/user/var/log' \) -prune \
+    -o -iname '*orvane*' -print)
 [[ $left == "${own%/*}" && $(<"$own") == mine ]] || fail "left, beside the user's own file: $left"
 echo "In a minimal $release ./run, ./test and the package hold; nothing was left but the user's own file."

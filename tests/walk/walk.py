@@ -4,7 +4,6 @@ and leaves two pictures of each window: as it opens, and used."""
 import itertools
 import pathlib
 import re
-import tempfile
 
 from accessibility import find, go_round, hear
 from desktop import (Failure, active_window, clipboard, desktop, enter, expect, press, properties, wait_for,
