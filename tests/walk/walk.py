@@ -73,13 +73,14 @@ def look(window, file, framed=False):
 
 
 def come_back(session, window, button):
-    """A window that was closed, by itself or by the window manager, or minimised, is as it was."""
+    """A window that is behind, was closed, by itself or by the window manager, or minimised, is as it was."""
     before = window.bounds, window.texts
-    for way in session.ways:
+    for way in "behind", *session.ways:
         window.activate()
-        WAYS[way](window)
-        wait_for(f"{button} to go by {way}", lambda: window.number not in session.window_numbers() or
-                 "Iconic" in properties(window.number, "WM_STATE"))
+        if way in WAYS:
+            WAYS[way](window)
+            wait_for(f"{button} to go by {way}", lambda: window.number not in session.window_numbers() or
+                     "Iconic" in properties(window.number, "WM_STATE"))
         session.open(button)
         expect(f"{button} after {way}", lambda: (window.bounds, window.texts), before)
         expect(f"the active window after {way}", active_window, str(window.number))

@@ -3,14 +3,16 @@ window or a text, the memory, and how often an idle program wakes up. Needs a di
 (Xvfb serves)."""
 import contextlib
 import pathlib
+import select
 import subprocess
+import sys
 import time
 
 from Xlib import X, display
 from Xlib.ext import xtest
 
-# Of each tool its button in the launcher, how many windows come up (its own is the last), a button of its window
-# that gives a text, and the box of this text: left, top, width, height.
+# Of each tool its button in the launcher, how many windows come up (its own is the last), a button of its
+# window that gives a text, and the box of this text: left, top, width, height.
 TOOLS = {
     "Stats Min/Max Generator": ((100, 72), 1, (64, 192), (128, 48, 209, 177)),
     "Dice Roller": ((100, 96), 1, (110, 200), (8, 104, 193, 81)),
@@ -19,6 +21,7 @@ TOOLS = {
     "Dice Reverse": ((100, 168), 1, (120, 64), (48, 80, 153, 19)),
     "Weapons": ((100, 192), 1, (140, 40), (8, 72, 265, 219)),
 }
+PATIENCE = 20  # seconds
 NOTHING_CHANGED = 0.5  # seconds after which a press counts as one that gave the same text again
 
 
@@ -39,11 +42,12 @@ class Program:
 
     def next_window(self):
         """The next window that comes to the screen, but for tips and the like."""
-        while True:
+        while self.screen.pending_events() or select.select([self.screen], [], [], PATIENCE)[0]:
             event = self.screen.next_event()
             with contextlib.suppress(Exception):  # it may be gone again
                 if event.type == X.MapNotify and event.window.get_geometry().width > 50:
                     return event.window
+        sys.exit(f"no window within {PATIENCE} s")
 
     def click(self, window, x, y):
         """Presses at a place of a window and gives the moment of the release, which is what acts."""
@@ -98,7 +102,9 @@ class Program:
                    if "ctxt_switches" in line)
 
     def idle_wake_ups(self, seconds):
-        """The wake-ups in so many seconds, once the sounds are over."""
+        """The wake-ups in so many seconds, once the sounds are over, with the focus in no text box."""
+        self.launcher.set_input_focus(X.RevertToParent, X.CurrentTime)
+        self.screen.sync()
         for _ in range(60):
             before = self.wake_ups()
             time.sleep(1)
