@@ -46,8 +46,7 @@ struct ListNative : Control::Native {
     ListNative(Form& form, std::string_view name, const Rect& place)
         : Native(form, name, place, L"COMBOBOX",
                  CBS_DROPDOWNLIST | WS_VSCROLL | (IsThemed(form) ? CBS_OWNERDRAWFIXED | CBS_HASSTRINGS : 0),
-                 Pointer::System),
-          height_(HeightOf(ScaledRect(place))) {
+                 Pointer::System) {
         SendMessageW(Window, CB_SETMINVISIBLE, kMostVisible, 0);
         if (!IsThemed(form)) return;
         SetWindowTheme(Window, L"", L"");
@@ -81,7 +80,6 @@ struct ListNative : Control::Native {
     bool HighlightNext(wchar_t character) const;
     void Later(bool accepted);
 
-    int height_;  // of the closed list
     bool accepted_ = false;
     bool waiting_ = false;  // for the system to be through
 };
@@ -102,7 +100,7 @@ void ListNative::FontChanged() {
     SendMessageW(Window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), line);
     RECT now;
     GetWindowRect(Window, &now);
-    SendMessageW(Window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), line + height_ - HeightOf(now));
+    SendMessageW(Window, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), line + HeightOf(Place) - HeightOf(now));
 }
 
 LRESULT ListNative::Message(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -145,7 +145,6 @@ LRESULT TextBoxNative::Message(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_NCHITTEST: {
             if (Style.Framed) break;
             const RECT place = BarOnScreen();
-            if (IsCoveredAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)})) return HTTRANSPARENT;
             return HasBar() && PtInRect(&place, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}) ? HTVSCROLL
                                                                                               : HTCLIENT;
         }

@@ -35,6 +35,8 @@ HDC Measure() {
 
 bool IsFixed(const Font& font) { return font.Family == "Fixedsys"; }
 
+int PixelsOfPoints(const Font& font) { return static_cast<int>(std::lround(font.Points * 96 / 72)); }
+
 HFONT MakeFont(const wchar_t* family, bool fixed, int pixels, int width) {
     const DWORD pitch = fixed ? FIXED_PITCH | FF_MODERN : VARIABLE_PITCH | FF_SWISS;
     return CreateFontW(-pixels, width, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
@@ -103,10 +105,7 @@ RECT ScaledRect(const Rect& place) {
 int WidthOf(const RECT& rect) { return static_cast<int>(rect.right - rect.left); }
 int HeightOf(const RECT& rect) { return static_cast<int>(rect.bottom - rect.top); }
 
-int PixelsOf(const Font& font) {
-    constexpr double kPixelsPerPoint = 96.0 / 72.0;
-    return IsFixed(font) ? PixelsOfFixed() : Scaled(std::lround(font.Points * kPixelsPerPoint));
-}
+int PixelsOf(const Font& font) { return IsFixed(font) ? PixelsOfFixed() : Scaled(PixelsOfPoints(font)); }
 
 HFONT FontOf(const Font& font, int pixels, int percentOfWidth) {
     static std::map<std::tuple<bool, int, int>, HFONT> made;
@@ -121,17 +120,19 @@ HFONT FontOf(const Font& font, int pixels, int percentOfWidth) {
     return kept = MakeFont(family, IsFixed(font), pixels, width);
 }
 
-// The fonts that the windows were laid out for are bitmaps of one density.
+// The fonts that the windows were laid out for are bitmaps of one density, and not in all sizes everywhere.
 HFONT FontOf(const Font& font) {
-    if (Density() != 1) return FontOf(font, PixelsOf(font), 100);
     static std::map<std::pair<std::string_view, double>, HFONT> made;
     HFONT& kept = made[{font.Family, font.Points}];
-    if (kept == nullptr) {
-        constexpr double kPixelsPerPoint = 96.0 / 72.0;
-        kept = MakeFont(ToWide(font.Family).c_str(), IsFixed(font),
-                        static_cast<int>(std::lround(font.Points * kPixelsPerPoint)), 0);
+    if (kept != nullptr) return kept;
+    if (Density() == 1) {
+        const int pixels = PixelsOfPoints(font);
+        kept = MakeFont(ToWide(font.Family).c_str(), IsFixed(font), pixels, 0);
+        const TEXTMETRICW metrics = MetricsOf(kept);
+        if ((metrics.tmHeight - metrics.tmInternalLeading) * 100 >= pixels * 85) return kept;
+        DeleteObject(kept);
     }
-    return kept;
+    return kept = FontOf(font, PixelsOf(font), 100);
 }
 
 TEXTMETRICW MetricsOf(HFONT font) {
@@ -219,7 +220,7 @@ ParsedCaption ParseCaption(std::string_view caption) {
 
 Control::Native::Native(Form& form, std::string_view name, const Rect& place, const wchar_t* windowClass,
                         DWORD style, Pointer pointer, DWORD extendedStyle)
-    : Parent(&form.Toolkit()), Name(name), pointer_(pointer) {
+    : Parent(&form.Toolkit()), Place(ScaledRect(place)), Name(name), pointer_(pointer) {
     static const ATOM drawnClass = [] {
         WNDCLASSEXW drawn{.cbSize = sizeof drawn,
                           .style = CS_DBLCLKS,
@@ -235,13 +236,13 @@ Control::Native::Native(Form& form, std::string_view name, const Rect& place, co
                           .hIconSm = nullptr};
         return RegisterClassExW(&drawn);
     }();
-    const RECT at = ScaledRect(place);
     Window = CreateWindowExW(extendedStyle, windowClass == nullptr ? MAKEINTATOM(drawnClass) : windowClass,
-                             nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, at.left, at.top,
-                             WidthOf(at), HeightOf(at), Parent->Window, nullptr, GetModuleHandleW(nullptr),
-                             nullptr);
+                             nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, Place.left, Place.top,
+                             WidthOf(Place), HeightOf(Place), Parent->Window, nullptr,
+                             GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(Window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetWindowSubclass(Window, ControlProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+    for (const Native* earlier : Parent->Controls) earlier->LeaveTo(*this);
     Order = Parent->Enrol(*this);
 }
 
@@ -272,9 +273,6 @@ LRESULT Control::Native::Message(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
         case WM_ERASEBKGND:
             if (pointer_ == Pointer::Plain) return 1;
-            break;
-        case WM_NCHITTEST:
-            if (IsCoveredAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)})) return HTTRANSPARENT;
             break;
         case WM_MOUSEMOVE:
         case WM_NCMOUSEMOVE:
@@ -393,26 +391,30 @@ COLORREF Control::Native::Back() const { return Themed ? ToColorRef(Look.Back) :
 
 COLORREF Control::Native::Ink() const { return Themed ? ToColorRef(Look.Text) : GetSysColor(COLOR_BTNTEXT); }
 
-RECT Control::Native::Place() const {
-    RECT place;
-    GetWindowRect(Window, &place);
-    MapWindowPoints(nullptr, Parent->Window, reinterpret_cast<POINT*>(&place), 2);
-    return place;
+// The order of the windows is that in which assistive technology walks through them, so the first lies on
+// top. To the eye and the pointer it is the other way round.
+void Control::Native::LeaveTo(const Native& later) const {
+    RECT common;
+    if (!IntersectRect(&common, &Place, &later.Place)) return;
+    OffsetRect(&common, -Place.left, -Place.top);
+    const HRGN left = CreateRectRgn(0, 0, 0, 0), taken = CreateRectRgnIndirect(&common);
+    if (GetWindowRgn(Window, left) == ERROR) SetRectRgn(left, 0, 0, WidthOf(Place), HeightOf(Place));
+    CombineRgn(left, left, taken, RGN_DIFF);
+    DeleteObject(taken);
+    SetWindowRgn(Window, left, FALSE);  // which now is the system's
 }
 
-// The order of the windows is that in which assistive technology walks through them, so the first lies on
-// top. What is seen is the other way round: each window draws its part of all that the program draws there.
+// Through what is transparent in a window its neighbours below are seen.
 void Control::Native::DrawAllHere() {
     const Drawing drawing(Window);
     const HDC canvas = drawing.Canvas();
-    const RECT own = Place();
-    SetViewportOrgEx(canvas, -own.left, -own.top, nullptr);
-    Fill(canvas, own, Parent->Back);
+    SetViewportOrgEx(canvas, -Place.left, -Place.top, nullptr);
+    Fill(canvas, Place, Parent->Back);
     int drawn = 0;
     for (Native* control : Parent->Controls) {
-        const RECT place = control->Place();
+        const RECT& place = control->Place;
         RECT common;
-        if (!IntersectRect(&common, &own, &place)) continue;
+        if (!IntersectRect(&common, &Place, &place)) continue;
         Parent->DrawShapes(canvas, drawn, control->Order);
         drawn = control->Order;
         const int before = SaveDC(canvas);
@@ -428,17 +430,7 @@ void Control::Native::Draw(HDC canvas, const RECT& area) { Fill(canvas, area, Ba
 
 // With those of its neighbours that reach over it.
 void Control::Native::Invalidate() const {
-    const RECT place = Place();
-    RedrawWindow(Parent->Window, &place, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
-}
-
-// Whether a later control lies over this one at a place on the screen.
-bool Control::Native::IsCoveredAt(POINT at) const {
-    return std::ranges::any_of(Parent->Controls, [&](const Native* other) {
-        RECT place;
-        GetWindowRect(other->Window, &place);
-        return other->Order > Order && PtInRect(&place, at);
-    });
+    RedrawWindow(Parent->Window, &Place, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 Control::Control(std::unique_ptr<Native> native) : native_(std::move(native)) { native_->Owner = this; }

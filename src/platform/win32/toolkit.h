@@ -120,15 +120,14 @@ struct Control::Native {
 
     void PressLater() const;
 
-    RECT Place() const;  // in the screen's pixels, from the corner of the form
     void Invalidate() const;
-    bool IsCoveredAt(POINT at) const;
     COLORREF Back() const;
     COLORREF Ink() const;
     COLORREF Line() const { return ToColorRef(Look.Line); }
 
     Control* Owner = nullptr;
     Form::Native* Parent = nullptr;
+    const RECT Place;  // in the screen's pixels, from the corner of the form
     HWND Window = nullptr;
     std::string Name;
     Colors Look;
@@ -144,6 +143,7 @@ struct Control::Native {
 
  private:
     LRESULT HandlePointer(UINT message, WPARAM wParam, LPARAM lParam);
+    void LeaveTo(const Native& later) const;
     void DrawAllHere();
 
     Pointer pointer_;

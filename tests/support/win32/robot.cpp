@@ -356,7 +356,7 @@ platform::Rect Bounds(std::string_view form, std::string_view control) {
     for (const platform::Outline* shape : FindForm(form).Shapes) {
         if (shape->Name == control) return shape->Place;
     }
-    return ToLayout(FindControl(form, control).Place());
+    return ToLayout(FindControl(form, control).Place);
 }
 
 bool OnTop(std::string_view form) {
@@ -422,7 +422,7 @@ std::vector<std::string> Controls(std::string_view form) {
     GetClientRect(found.Window, &area);
     std::vector<std::string> names;
     for (const platform::Control::Native* control : found.Controls) {
-        const RECT place = control->Place();
+        const RECT& place = control->Place;
         if (PtInRect(&area, {(place.left + place.right) / 2, (place.top + place.bottom) / 2}))
             names.push_back(control->Name);
     }
