@@ -1,5 +1,6 @@
 #!/bin/bash
-# Runs a program for Windows in Wine, with a prefix of the project's own that is made at the first use.
+# Runs a program for Windows in Wine, with a prefix of the project's own that is made at the first use; each
+# density of the screen that ORVANE_DPI asks for, in dots per inch, has one.
 #
 # usage: wine.sh PROGRAM [ARGUMENT...]
 #        wine.sh --prepare   makes the prefix
@@ -7,7 +8,7 @@
 #                            runs any command on a virtual screen, where Wine ends with it
 #        wine.sh --end       ends all that runs in the prefix
 set -euo pipefail
-export WINEPREFIX=${ORVANE_WINE:-$(dirname "$(readlink -f "$0")")/../build/wine}
+export WINEPREFIX=${ORVANE_WINE:-$(dirname "$(readlink -f "$0")")/../build/wine}${ORVANE_DPI:+-$ORVANE_DPI}
 export WINEDEBUG=${WINEDEBUG--all} WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 wine=/usr/lib/wine/wine64
 server=/usr/lib/wine/wineserver64
@@ -22,6 +23,7 @@ prepare() {
     cp /usr/share/wine/fonts/*.fon /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
     # No window manager: windows stand where the program puts them, at once.
     xvfb-run -a "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
+    xvfb-run -a "$wine" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "${ORVANE_DPI:-96}" /f
     "$server" --wait
     touch "$WINEPREFIX/ready"
 }

@@ -9,8 +9,8 @@ import tempfile
 import time
 
 import walk
-from desktop import PATIENCE, Failure, clipboard, expect, new_home, output, press, screen, start, wait_for
-from desktop import xdotool
+from desktop import (DENSITY, PATIENCE, Failure, clipboard, expect, new_home, output, press, screen, start,
+                     wait_for, xdotool)
 from session import LAUNCHER, TOOLS, Session, Window
 
 WINE = pathlib.Path(__file__).parents[2] / "tools/wine.sh"
@@ -43,7 +43,7 @@ class Seen(Window):
     role = property(lambda self: ROLES.get(int(self.fields[1]), "?"))
     text = property(lambda self: self.eyes.look(self.fields[0])[0][8].replace("\\n", "\n"))
     showing = property(lambda self: self.eyes.look(self.fields[0]) != [])
-    place = property(lambda self: tuple(map(int, self.fields[3:7])))
+    place = property(lambda self: tuple(round(int(side) / DENSITY) for side in self.fields[3:7]))
 
     def controls(self):
         return [Seen(self.eyes, fields) for fields in self.eyes.look(self.fields[0])[1:]]

@@ -7,6 +7,7 @@ set(DESKTOP_CORE_TESTS
   platform/qt/profile_file_test.cpp)
 set(DISPLAY_CHECKS walk screens wayland handover faults installed)
 set(SOURCE_ROOT)
+set(DENSE QT_SCALE_FACTOR=2)
 set(HAS_LINUX_TESTS ON)
 
 include(GoogleTest)

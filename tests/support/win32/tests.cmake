@@ -11,6 +11,9 @@ set(DESKTOP_CORE_TESTS)
 set(DISPLAY_CHECKS)
 set(SOURCE_ROOT Z:)  # where Wine has the root folder
 
+set(DENSE ORVANE_DPI=192)
+set(DENSE_SCREEN ${CMAKE_CROSSCOMPILING_EMULATOR} --on-screen 1600x1600 ${CMAKE_CROSSCOMPILING_EMULATOR})
+
 # Each start in Wine takes longer than most tests.
 function(orvane_add_tests name)
   add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
