@@ -1,27 +1,22 @@
 #include "platform/places.h"
 
-#include <optional>
 #include <string>
 
 namespace platform {
 namespace {
 
-std::optional<Places>& PlacesInForce() {
-    static std::optional<Places> places;
+Places& PlacesInForce() {
+    static Places places = DesktopPlaces();
     return places;
 }
 
 }  // namespace
 
-const Places& CurrentPlaces() {
-    std::optional<Places>& places = PlacesInForce();
-    if (!places) places = DesktopPlaces();
-    return *places;
-}
+const Places& CurrentPlaces() { return PlacesInForce(); }
 
 void SetPlaces(const Places& places) { PlacesInForce() = places; }
 
-void SetPlaces() { PlacesInForce().reset(); }
+void SetPlaces() { PlacesInForce() = DesktopPlaces(); }
 
 std::filesystem::path PathOfUtf8(std::string_view text) { return std::u8string(text.begin(), text.end()); }
 
