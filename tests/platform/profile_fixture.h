@@ -31,3 +31,8 @@ class FolderTest : public testing::Test {
 
     const Path Folder = std::filesystem::temp_directory_path() / std::to_string(std::random_device()());
 };
+
+class ProfileFileTest : public FolderTest {
+ protected:
+    const Path File = Folder / "a.ini";
+};

@@ -2,16 +2,12 @@
 
 #include <windows.h>
 
-#include <chrono>
-#include <future>
-#include <memory>
-#include <thread>
-#include <utility>
+#include <algorithm>
+
+#include "platform/win32/patience.h"
 
 namespace platform {
 namespace {
-
-constexpr std::chrono::milliseconds kPatience{1000};
 
 std::wstring Read(std::size_t most) {
     // Another program may just be looking.
@@ -34,12 +30,8 @@ std::wstring Read(std::size_t most) {
 
 }  // namespace
 
-// The thread outlives the patience if it must, and then holds nothing but itself.
 std::wstring ClipboardText(std::size_t most) {
-    std::promise<std::wstring> promise;
-    std::future<std::wstring> text = promise.get_future();
-    std::thread([promise = std::move(promise), most]() mutable { promise.set_value(Read(most)); }).detach();
-    return text.wait_for(kPatience) == std::future_status::ready ? text.get() : std::wstring();
+    return Within(1000, [most] { return Read(most); }).value_or(std::wstring());
 }
 
 }  // namespace platform

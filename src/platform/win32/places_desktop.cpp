@@ -4,7 +4,6 @@
 #include <array>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "platform/places.h"
@@ -137,9 +136,9 @@ Path PathInUserData(const Path& file, const Places& places) {
 Path ShippedFile(const Path& file, const Places& places) {
     const Path way = PathInUserData(file, places);
     if (way.empty()) return {};
-    std::error_code error;
-    if (!way.has_parent_path() && std::filesystem::is_regular_file(kRootOfC / way, error))
-        return kRootOfC / way;
+    if (const Path inRoot = kRootOfC / way;
+        !way.has_parent_path() && (GetFileAttributesW(inRoot.c_str()) & FILE_ATTRIBUTE_DIRECTORY) == 0)
+        return inRoot;  // a name without attributes counts as a folder there
     return places.Program.empty() ? Path() : places.Program / way;
 }
 

@@ -2,14 +2,19 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <cinttypes>
+#include <cstddef>
 #include <cstdint>
 #include <cwchar>
+#include <initializer_list>
 #include <random>
 #include <utility>
+#include <vector>
 
 #include "platform/places.h"
+#include "platform/win32/patience.h"
 
 namespace platform {
 namespace {
@@ -40,15 +45,14 @@ std::wstring Plain(const Path& file) {
     return name.starts_with(L"\\\\") ? L"\\\\?\\UNC" + name.substr(1) : L"\\\\?\\" + name;
 }
 
-// Another program may hold a file for a moment, a virus scanner for instance.
+// Another program may hold a file for a moment, a virus scanner for instance; what the system then says.
 template <class Action>
-bool Patiently(const Action& act) {
+bool Patiently(std::initializer_list<DWORD> heldErrors, const Action& act) {
     constexpr DWORD kStep = 20, kPatience = 500;  // in milliseconds
     for (DWORD waited = 0;; waited += kStep) {
         if (act()) return true;
-        const DWORD error = GetLastError();
-        const bool held = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
-        if (!held || waited >= kPatience) return false;
+        if (std::ranges::find(heldErrors, GetLastError()) == heldErrors.end() || waited >= kPatience)
+            return false;
         Sleep(kStep);
     }
 }
@@ -70,16 +74,28 @@ bool Lives(DWORD process) {
 
 // Takes away what killed saves have left.
 void RemoveLeftOvers(const Path& folder) {
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(folder, error), end; entry != end;
-         entry.increment(error)) {
-        const std::wstring name = entry->path().filename().native();
-        if (!name.starts_with(kNewFilePrefix)) continue;
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW((Plain(folder / kNewFilePrefix) + L'*').c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return;
+    do {
+        const std::wstring name = found.cFileName;
         const std::wstring digits = name.substr(std::size(kNewFilePrefix) - 1, 16);
         const std::uint64_t number = std::wcstoull(digits.c_str(), nullptr, 16);
         if (name == NewFileName(number) && !Lives(static_cast<DWORD>(number >> 32)))
-            DeleteFileW(Plain(entry->path()).c_str());
-    }
+            DeleteFileW(Plain(folder / name).c_str());
+    } while (FindNextFileW(search, &found) != FALSE);
+    FindClose(search);
+}
+
+constexpr SECURITY_INFORMATION kOwners = OWNER_SECURITY_INFORMATION | GROUP_SECURITY_INFORMATION;
+
+std::vector<std::byte> RightsOf(const std::wstring& name) {
+    DWORD size = 0;
+    GetFileSecurityW(name.c_str(), kOwners | DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<std::byte> rights(size);
+    const bool told = GetFileSecurityW(name.c_str(), kOwners | DACL_SECURITY_INFORMATION, rights.data(), size,
+                                       &size) != FALSE;
+    return told ? rights : std::vector<std::byte>();
 }
 
 // A file that is to replace another one in its folder. It is gone again unless it has taken that one's place.
@@ -98,31 +114,32 @@ class NewFile {
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
 
+    bool IsOpen() const { return made_; }
+
     bool Write(std::string_view bytes) {
         DWORD written = 0;
         const bool whole =
-            made_ &&
             WriteFile(file_, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != FALSE &&
             written == bytes.size() && FlushFileBuffers(file_) != FALSE;
         file_.Close();
         return whole;
     }
 
-    // Owner, rights and attributes stay those of the old file.
-    bool Replace(const std::wstring& target, DWORD attributes) {
-        if (SetFileAttributesW(name_.c_str(), attributes) == FALSE) return false;
-        const bool replaced = Patiently([&] {
-            return ReplaceFileW(target.c_str(), name_.c_str(), nullptr, REPLACEFILE_WRITE_THROUGH, nullptr,
-                                nullptr) != FALSE;
-        });
-        if (replaced) made_ = false;
-        // The old file may be gone by now; then the new one must not be.
-        return replaced || (GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES && Become(target));
+    // What the old file grants. Only few may give files away, so the owner may become the one who saves.
+    bool TakeRights(const std::wstring& old) const {
+        std::vector<std::byte> rights = RightsOf(old);
+        if (rights.empty() || rights == RightsOf(name_)) return !rights.empty();
+        SetFileSecurityW(name_.c_str(), kOwners, rights.data());
+        return SetFileSecurityW(name_.c_str(), DACL_SECURITY_INFORMATION, rights.data()) != FALSE;
     }
 
-    bool Become(const std::wstring& target) {
-        const bool moved = SetFileAttributesW(name_.c_str(), FILE_ATTRIBUTE_NORMAL) != FALSE &&
-                           MoveFileExW(name_.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE;
+    // In one step, unlike the system's own replacement of files, which has moments without either.
+    bool Become(const std::wstring& target, DWORD attributes) {
+        if (SetFileAttributesW(name_.c_str(), attributes) == FALSE) return false;
+        const bool moved = Patiently({ERROR_SHARING_VIOLATION, ERROR_ACCESS_DENIED}, [&] {
+            return MoveFileExW(name_.c_str(), target.c_str(),
+                               MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+        });
         if (moved) made_ = false;
         return moved;
     }
@@ -153,7 +170,7 @@ Opened Open(const Path& file) {
     opened.State = ProfileState::Unusable;
     if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return opened;
     HANDLE handle = INVALID_HANDLE_VALUE;
-    Patiently([&] {
+    Patiently({ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION}, [&] {
         handle = CreateFileW(opened.Name.c_str(), GENERIC_READ,
                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
                              FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -170,41 +187,58 @@ Opened Open(const Path& file) {
     std::wstring behind(GetFinalPathNameByHandleW(source, nullptr, 0, 0), L'\0');
     behind.resize(GetFinalPathNameByHandleW(source, behind.data(), static_cast<DWORD>(behind.size()), 0));
     if (!behind.empty()) opened.Name = behind;
-    opened.Bytes.resize(static_cast<std::size_t>(size.QuadPart));
+    std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
     DWORD length = 0;
-    if (ReadFile(source, opened.Bytes.data(), static_cast<DWORD>(opened.Bytes.size()), &length, nullptr) ==
-        FALSE)
+    if (ReadFile(source, bytes.data(), static_cast<DWORD>(bytes.size()), &length, nullptr) == FALSE)
         return opened;
-    opened.Bytes.resize(length);
+    bytes.resize(length);
+    opened.Bytes = std::move(bytes);
     opened.State = ProfileState::Readable;
     return opened;
 }
 
-}  // namespace
-
-ProfileFile ReadProfileFile(const Path& file) {
-    Opened opened = Open(file);
-    if (opened.State != ProfileState::Readable) return {opened.State};
-    return {opened.State, std::move(opened.Bytes)};
+// With those above it. The library's own way does not take every path that the system takes.
+void MakeFolder(const Path& folder) {
+    const std::wstring name = Plain(folder);
+    if (CreateDirectoryW(name.c_str(), nullptr) != FALSE || GetLastError() != ERROR_PATH_NOT_FOUND ||
+        !folder.has_relative_path())
+        return;
+    MakeFolder(folder.parent_path());
+    CreateDirectoryW(name.c_str(), nullptr);
 }
 
-bool ReplaceProfileFile(const Path& file, std::string_view bytes) {
-    if (file.filename().empty() || bytes.size() > kMaxProfileBytes) return false;
+bool Replace(const Path& file, bool ofUser, std::string_view bytes) {
     const Opened old = Open(file);
     const bool exists = old.State == ProfileState::Readable;
     if (!exists && old.State != ProfileState::Missing) return false;
     if (exists && old.Bytes == bytes) return true;
     if (exists && (old.Attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
 
+    if (!exists && ofUser) MakeFolder(file.parent_path());
     const Path folder = Path(old.Name).parent_path();
-    if (!exists && !PathInUserData(file, CurrentPlaces()).empty()) {
-        std::error_code error;
-        std::filesystem::create_directories(folder, error);
-    }
     RemoveLeftOvers(folder);
     NewFile made(folder);
-    if (!made.Write(bytes)) return false;
-    return exists ? made.Replace(old.Name, old.Attributes) : made.Become(old.Name);
+    if (!made.IsOpen() || (exists && !made.TakeRights(old.Name)) || !made.Write(bytes)) return false;
+    return made.Become(old.Name, exists ? old.Attributes : FILE_ATTRIBUTE_NORMAL);
+}
+
+// A computer of the network that does not answer must not hold up the windows.
+constexpr DWORD kLongest = 3000;  // in milliseconds
+
+}  // namespace
+
+ProfileFile ReadProfileFile(const Path& file) {
+    auto opened = Within(kLongest, [file] { return Open(file); });
+    if (!opened) return {ProfileState::Unusable};
+    return {opened->State, std::move(opened->Bytes)};
+}
+
+bool ReplaceProfileFile(const Path& file, std::string_view bytes) {
+    if (file.filename().empty() || bytes.size() > kMaxProfileBytes) return false;
+    const bool ofUser = !PathInUserData(file, CurrentPlaces()).empty();
+    return Within(kLongest,
+                  [file, ofUser, bytes = std::string(bytes)] { return Replace(file, ofUser, bytes); })
+        .value_or(false);
 }
 
 }  // namespace platform

@@ -5,41 +5,25 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
-#include <thread>
 
 #include "platform/profile_fixture.h"
 
 namespace platform {
 namespace {
 
-class ProfileFileTest : public FolderTest {
- protected:
-    const Path File = Folder / "a.ini";
-};
-
-TEST_F(ProfileFileTest, LeavesAloneWhatIsNoProfileFile) {
-    std::filesystem::create_directory(Folder / "folder");
+TEST_F(ProfileFileTest, LeavesPipesLoopsAndDevicesAlone) {
     ASSERT_EQ(mkfifo((Folder / "pipe").c_str(), 0600), 0);
     std::filesystem::create_symlink("loop", Folder / "loop");
-    Put(Folder / "large", "");
-    std::filesystem::resize_file(Folder / "large", kMaxProfileBytes + 1);
     const std::pair<Path, ProfileState> cases[] = {
-        {"folder", ProfileState::Unusable},
         {"pipe", ProfileState::Unusable},
-        {"large", ProfileState::TooLarge},
         {"loop", ProfileState::Untold},
         {std::string(300, 'x'), ProfileState::Untold},
-        {"missing/a.ini", ProfileState::Missing},
-        {"large/a.ini", ProfileState::Missing},
     };
     for (const auto& [name, state] : cases) {
         EXPECT_EQ(ReadProfileFile(Folder / name).State, state) << name;
         EXPECT_FALSE(ReplaceProfileFile(Folder / name, "new")) << name;
     }
     EXPECT_EQ(ReadProfileFile("/dev/zero").State, ProfileState::Unusable);
-    EXPECT_FALSE(ReplaceProfileFile(File, std::string(kMaxProfileBytes + 1, 'x'))) << "nobody could read it";
-    EXPECT_EQ(CountIn(Folder), 4);
 }
 
 TEST_F(ProfileFileTest, GivesNobodyMoreRights) {
@@ -91,37 +75,12 @@ TEST_F(ProfileFileTest, GivesNobodyMoreRights) {
     }
 }
 
-TEST_F(ProfileFileTest, FollowsLinksAndLeavesEqualBytesAlone) {
+TEST_F(ProfileFileTest, FollowsLinks) {
     std::filesystem::create_symlink("a.ini", Folder / "second");
     std::filesystem::create_symlink("second", Folder / "first");
     EXPECT_TRUE(ReplaceProfileFile(Folder / "first", "1"));
     EXPECT_TRUE(std::filesystem::is_symlink(Folder / "first"));
-    std::filesystem::create_hard_link(File, Folder / "other");
-    EXPECT_TRUE(ReplaceProfileFile(File, "1"));
-    EXPECT_EQ(std::filesystem::hard_link_count(File), 2U);
-    EXPECT_TRUE(ReplaceProfileFile(Folder / "first", "2"));
-    EXPECT_EQ(BytesOf(File), "2");
-}
-
-TEST_F(ProfileFileTest, ThoseWhoSaveAtOnceEachSaveAWholeFile) {
-    constexpr int kSaves = 300;
-    std::atomic<int> saved = 0;
-    std::vector<std::thread> savers;
-    for (char first : {'a', 'h', 'o'}) {
-        savers.emplace_back([&, first] {
-            for (int i = 0; i < kSaves; ++i) {
-                const char mark = static_cast<char>(first + i % 7);
-                if (ReplaceProfileFile(File, std::string(5000, mark))) ++saved;
-            }
-        });
-    }
-    for (int i = 0; i < 10 * kSaves; ++i) {
-        const std::string bytes = ReadProfileFile(File).Bytes;
-        ASSERT_TRUE(bytes.empty() || bytes == std::string(5000, bytes.front()));
-    }
-    for (std::thread& saver : savers) saver.join();
-    EXPECT_EQ(saved, 3 * kSaves);
-    EXPECT_EQ(CountIn(Folder), 1);
+    EXPECT_EQ(BytesOf(File), "1");
 }
 
 }  // namespace

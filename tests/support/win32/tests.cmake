@@ -7,7 +7,9 @@ foreach(library gtest gtest_main)
   add_library(GTest::${library} ALIAS ${library})
 endforeach()
 set(ROBOT_USES oleacc)
-set(DESKTOP_CORE_TESTS)
+set(DESKTOP_CORE_TESTS
+  platform/win32/places_desktop_test.cpp
+  platform/win32/profile_file_test.cpp)
 set(DISPLAY_CHECKS)
 set(SOURCE_ROOT Z:)  # where Wine has the root folder
 

@@ -1,0 +1,61 @@
+#include "platform/profile.h"
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+#include "platform/profile_fixture.h"
+
+namespace platform {
+namespace {
+
+TEST_F(ProfileFileTest, LeavesAloneWhatIsNoProfileFile) {
+    std::filesystem::create_directory(Folder / "folder");
+    Put(Folder / "large", "");
+    std::filesystem::resize_file(Folder / "large", kMaxProfileBytes + 1);
+    const std::pair<Path, ProfileState> cases[] = {
+        {"folder", ProfileState::Unusable},
+        {"large", ProfileState::TooLarge},
+        {"missing/a.ini", ProfileState::Missing},
+        {"large/a.ini", ProfileState::Missing},
+    };
+    for (const auto& [name, state] : cases) {
+        EXPECT_EQ(ReadProfileFile(Folder / name).State, state) << name;
+        EXPECT_FALSE(ReplaceProfileFile(Folder / name, "new")) << name;
+    }
+    EXPECT_FALSE(ReplaceProfileFile(File, std::string(kMaxProfileBytes + 1, 'x'))) << "nobody could read it";
+    EXPECT_EQ(CountIn(Folder), 2);
+}
+
+TEST_F(ProfileFileTest, LeavesEqualBytesAlone) {
+    Put(File, "1");
+    const auto before = std::filesystem::last_write_time(File) - std::chrono::hours(1);
+    std::filesystem::last_write_time(File, before);
+    EXPECT_TRUE(ReplaceProfileFile(File, "1"));
+    EXPECT_EQ(std::filesystem::last_write_time(File), before);
+}
+
+TEST_F(ProfileFileTest, ThoseWhoSaveAtOnceEachSaveAWholeFile) {
+    constexpr int kSaves = 100;
+    Put(File, std::string(5000, 'a'));
+    std::atomic<int> saved = 0;
+    std::vector<std::jthread> savers;
+    for (char first : {'a', 'h', 'o'}) {
+        savers.emplace_back([&, first] {
+            for (int i = 0; i < kSaves; ++i) {
+                const char mark = static_cast<char>(first + i % 7);
+                if (ReplaceProfileFile(File, std::string(5000, mark))) ++saved;
+            }
+        });
+    }
+    for (int i = 0; i < 10 * kSaves; ++i) {
+        const std::string bytes = ReadProfileFile(File).Bytes;
+        ASSERT_TRUE(bytes.size() == 5000 && bytes == std::string(5000, bytes[0]));
+    }
+    savers.clear();
+    EXPECT_EQ(saved, 3 * kSaves);
+    EXPECT_EQ(CountIn(Folder), 1);
+}
+
+}  // namespace
+}  // namespace platform

@@ -1,0 +1,44 @@
+#include "platform/places.h"
+
+#include <gtest/gtest.h>
+
+namespace platform {
+namespace {
+
+TEST(Win32Desktop, NamesOfAllKindsLeadToOnePlace) {
+    const Places places{LR"(C:\u\Orvane)", LR"(C:\Program Files\Orvane)"};
+    const struct {
+        const char* Name;
+        std::wstring_view File;
+    } cases[] = {
+        {"c:\\questions.ini", LR"(C:\u\Orvane\questions.ini)"},
+        {"x.ini", LR"(C:\u\Orvane\x.ini)"},
+        {"../a//x.ini. ", LR"(C:\u\Orvane\a\x.ini)"},
+        {"C:/a/../x.ini", LR"(C:\u\Orvane\x.ini)"},
+        {"c:/a/x.ini", LR"(c:\a\x.ini)"},
+        {"D:\\..\\J\u00FCrgen.ini", L"D:\\J\u00FCrgen.ini"},
+        {"//server/share/../../x/y.ini", L""},
+        {R"(\\server\share\a\x.ini)", LR"(\\server\share\a\x.ini)"},
+        {R"(\\server\x.ini)", L""},
+        {R"(\\?\C:\x.ini)", L""},
+        {R"(\\.\COM1)", L""},
+        {"con", L""},
+        {"d:\\NUL .txt\\x.ini", L""},
+        {"lpt\u00B9.ini", L""},
+        {"consul.ini", LR"(C:\u\Orvane\consul.ini)"},
+        {"x.ini:y", L""},
+        {"a?.ini", L""},
+        {"d:", L""},
+        {"d:\\a\\", L""},
+    };
+    for (const auto& [name, file] : cases) EXPECT_EQ(PathOfName(name, places).native(), file) << name;
+    EXPECT_EQ(PathOfName("x.ini", {}), "") << "must not become a file of the current directory";
+    EXPECT_EQ(ShippedFile(R"(c:\U\orvane\a\x.ini)", places), LR"(C:\Program Files\Orvane\a\x.ini)");
+    for (const char* outside : {R"(C:\u\x.ini)", R"(C:\u\Orvane2\x.ini)", R"(C:\u\Orvane)"})
+        EXPECT_EQ(ShippedFile(outside, places), "") << outside;
+    EXPECT_TRUE(DesktopPlaces().UserData.is_absolute());
+    EXPECT_TRUE(std::filesystem::exists(DesktopPlaces().Program / "core_tests.exe"));
+}
+
+}  // namespace
+}  // namespace platform
