@@ -21,8 +21,6 @@ std::wstring Read(std::size_t most) {
         const std::size_t room = std::min(most, GlobalSize(data) / sizeof *begin);
         text.assign(begin, wcsnlen(begin, room));
         GlobalUnlock(data);
-        // Not half of a character.
-        if (text.size() == most && IS_HIGH_SURROGATE(text.back())) text.pop_back();
     }
     CloseClipboard();
     return text;

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <cwctype>
 #include <utility>
 
 #include "platform/controls.h"
@@ -28,17 +27,19 @@ DWORD WindowStyle(const TextBox::Style& style) {
     return flags;
 }
 
-// The most that is pasted, in the system's characters. The system takes a time to lay a text out that grows
-// with the square of a line's length where nothing wraps it, and with the cube of a word's where it is
-// wrapped.
-constexpr std::size_t kMostInLine = 4 << 10, kMostInLines = 128 << 10, kMostInWord = 1 << 10;
+// The most that a paste makes of a text, in the system's characters. The system takes a time to lay a text
+// out that grows with the square of a line's length, and where it is wrapped, faster still with that of a
+// word.
+constexpr std::size_t kMostInLine = 8 << 10, kMostInLines = 128 << 10, kMostInWord = 1 << 10;
+constexpr std::size_t kMostWork = 16 << 20;  // that many characters, each as often as stand before it
 
-// Where a text ends that is cut behind the first kMostInWord characters of a longer word.
-std::size_t EndOfWords(std::wstring_view text) {
-    std::size_t length = 0;
+// Where a text ends that can be laid out in a moment, put into a line of so many characters.
+std::size_t EndOfWork(std::wstring_view text, std::size_t line) {
+    std::size_t work = line * line / 2;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        length = std::iswspace(text[i]) != 0 ? 0 : length + 1;
-        if (length > kMostInWord) return i;
+        line = text[i] == L'\n' ? 0 : line + 1;
+        work += line;
+        if (work > kMostWork) return i;
     }
     return text.size();
 }
@@ -350,16 +351,23 @@ void TextBoxNative::DrawSelection() const {
 
 void TextBoxNative::Paste() {
     if (Style.ReadOnly) return;
-    std::wstring text =
-        WithLineBreaks(ClipboardText(Style.MultiLine ? kMostInLines : kMostInLine), Style.MultiLine);
-    if (Style.MultiLine) text.resize(EndOfWords(text));
+    const std::size_t most = Style.MaxLength > 0 ? static_cast<std::size_t>(Style.MaxLength)
+                             : Style.MultiLine   ? kMostInLines
+                                                 : kMostInLine;
+    std::wstring text = WithLineBreaks(ClipboardText(most), Style.MultiLine);
+    const std::wstring before = TextOf(Window);
     const auto [from, to] = Selection();
-    if (Style.MaxLength > 0) {
-        // A text that the program made longer may be edited, but not grow.
-        const int length = GetWindowTextLengthW(Window);
-        const int room = std::max(Style.MaxLength, length) - (length - (to - from));
-        if (static_cast<int>(text.size()) > room) text.resize(static_cast<std::size_t>(room));
+    // A text that is longer already may be edited, but not grow.
+    const std::size_t rest = before.size() - static_cast<std::size_t>(to - from);
+    text.resize(std::min(text.size(), std::max(most, before.size()) - rest));
+    if (Style.MultiLine) {
+        const std::wstring_view line = before;
+        const auto begin = line.substr(0, static_cast<std::size_t>(from)).rfind(L'\n') + 1;
+        const auto end = std::min(line.find(L'\r', static_cast<std::size_t>(to)), line.size());
+        text.resize(EndOfWork(text, end - begin));
     }
+    // Not half of a character or line break.
+    if (!text.empty() && (IS_HIGH_SURROGATE(text.back()) || text.back() == L'\r')) text.pop_back();
     SendMessageW(Window, EM_SETLIMITTEXT, INT_MAX, 0);
     SendMessageW(Window, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
     LimitLength();
