@@ -20,9 +20,9 @@ std::array<DisplaySpan, 4> AlignmentBars(const AlignmentScores& Scores) {
         std::max({Scores.GoodCount, Scores.EvilCount, Scores.LawCount, Scores.ChaosCount});
     const double full = greatest == 0 ? 1 : greatest;
     const auto up = [full](std::int32_t score) {
-        return static_cast<float>(kNear - score / full * kArm - 1);
+        return static_cast<float>(kNear - (score / full * kArm) - 1);
     };
-    const auto down = [full](std::int32_t score) { return static_cast<float>(score / full * kArm + kFar); };
+    const auto down = [full](std::int32_t score) { return static_cast<float>((score / full * kArm) + kFar); };
     return {{
         {90, up(Scores.GoodCount), 110, 88},
         {90, 111, 110, down(Scores.EvilCount)},
@@ -34,11 +34,11 @@ std::array<DisplaySpan, 4> AlignmentBars(const AlignmentScores& Scores) {
 DisplaySpan AlignmentPointer(const AlignmentScores& Scores) {
     const double law = static_cast<double>(Scores.LawCount) - Scores.ChaosCount;
     const double good = static_cast<double>(Scores.GoodCount) - Scores.EvilCount;
-    const double distance = std::sqrt(good * good + law * law);
+    const double distance = std::sqrt((good * good) + (law * law));
     const double x = law / (distance == 0 ? 1 : distance) * kStub;
     const double y = good / (distance == 0 ? 1 : distance) * kStub;
     return {static_cast<float>(x + kCentre), static_cast<float>(y + kCentre),
-            static_cast<float>(kCentre - x * kReach), static_cast<float>(kCentre - y * kReach)};
+            static_cast<float>(kCentre - (x * kReach)), static_cast<float>(kCentre - (y * kReach))};
 }
 
 }  // namespace orvane

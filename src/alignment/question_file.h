@@ -49,7 +49,7 @@ struct QuestionRecord {
 using QuestionList = NumberedTable<QuestionRecord, kMaxQuestions>;
 
 // What an answer does to a pair of opposed scores.
-enum class ScoreStep { None, First, Second, LowerGreater };
+enum class ScoreStep : std::uint8_t { None, First, Second, LowerGreater };
 
 // An answer code, its entry in the lists of the editor, and its effect in the meter.
 struct AnswerCode {

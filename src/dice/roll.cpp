@@ -16,7 +16,7 @@ std::int64_t HighestSum(const DiceRoll& roll) { return std::int64_t{roll.Number}
 std::string Average(const DiceRoll& roll) {
     constexpr double kLow = std::numeric_limits<std::int32_t>::min();
     constexpr double kHigh = std::numeric_limits<std::int32_t>::max();
-    const std::int64_t twice = LowestSum(roll) + HighestSum(roll) + 2 * std::int64_t{roll.Bonus};
+    const std::int64_t twice = LowestSum(roll) + HighestSum(roll) + (2 * std::int64_t{roll.Bonus});
     return NumberText(std::clamp(static_cast<double>(twice) / 2, kLow, kHigh));
 }
 

@@ -2,6 +2,7 @@
 
 // A window as data: the rows that its controls are made from.
 
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
@@ -21,10 +22,10 @@ inline constexpr platform::Font kLarge{"MS Sans Serif", 17.25};
 inline constexpr platform::Font kFixed{"Fixedsys", 9};
 
 // What a row is made as; an outline is no control.
-enum class Made { Label, TextBox, List, CheckBox, PushButton, Picture, PictureBox, Outline };
+enum class Made : std::uint8_t { Label, TextBox, List, CheckBox, PushButton, Picture, PictureBox, Outline };
 
 // Where a themed window draws the line round a control: a thin one on its edge, a thick one behind it.
-enum class Edge { Bare, Thin, Thick };
+enum class Edge : std::uint8_t { Bare, Thin, Thick };
 
 // All that sets one kind of control apart from another.
 struct ControlKind {

@@ -12,7 +12,7 @@ std::int32_t DragY = 0;
 
 std::int32_t RandomRange(std::int32_t Low, std::int32_t High) {
     const auto span = static_cast<double>(std::int64_t{High} - Low + 1);
-    return FloorToLong(static_cast<double>(platform::NextRandom()) * span + Low);
+    return FloorToLong((static_cast<double>(platform::NextRandom()) * span) + Low);
 }
 
 std::string FormatBonus(std::int32_t Value) {

@@ -4,6 +4,7 @@
 // one. Every text is UTF-8 with CR LF line breaks. A "&" in a caption marks an access key, which moves the
 // focus to the next control in tab order that takes it; only the first one of a caption counts.
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -156,7 +157,7 @@ class Picture : public Control {
     Picture(Form& form, std::string_view name, const Rect& place, std::string_view picture);
 };
 
-enum class PenMode {
+enum class PenMode : std::uint8_t {
     Copy,
     Xor  // each bit of what is there, where the colour has one, is turned round
 };

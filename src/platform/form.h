@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -12,7 +13,7 @@ namespace platform {
 
 inline constexpr float kTwipsPerPixel = 15;
 
-enum class FormFrame {
+enum class FormFrame : std::uint8_t {
     None,   // the form draws its own frame
     Dialog  // the desktop's title bar with a close box, and a fixed size
 };

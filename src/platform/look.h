@@ -35,6 +35,6 @@ struct Font {
     double Points = 8;
 };
 
-enum class Alignment { Left, Centre, Right };
+enum class Alignment : std::uint8_t { Left, Centre, Right };
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -11,7 +12,7 @@ namespace platform {
 inline constexpr std::size_t kMaxProfileBytes = std::size_t{64} << 20;
 
 // What lies at a path.
-enum class ProfileState {
+enum class ProfileState : std::uint8_t {
     Missing,
     Untold,    // nobody can tell, for instance in a folder that is another user's
     Readable,  // a regular file

@@ -12,7 +12,7 @@
 namespace orvane {
 
 // Places in the table of statistics. Every loop, text and grid keeps this order.
-enum StatIndex : std::int32_t {
+enum StatIndex : std::int8_t {
     kNoStat = -1,
     kStrength,
     kAgility,

@@ -53,33 +53,32 @@ void LoadLevels(std::array<ModifierRecord, kCount>& levels, std::string_view nam
     }
 }
 
+// Empty for a file that can be used.
+std::string WhyRefused(platform::ProfileState state, std::int32_t items) {
+    if (state == platform::ProfileState::TooLarge)
+        return "The weapon file is too large: it must have at most " +
+               NumberText(std::int32_t{platform::kMaxProfileBytes >> 20}) + " MiB.";
+    if (state != platform::ProfileState::Readable) return "The weapon file is missing or cannot be read.";
+    if (items < 1)
+        return "The weapon file lists no weapons: \"items\" in its section [HEAD] must be at least 1.";
+    if (items > kWeaponLimit)
+        return "The weapon file lists too many weapons: \"items\" in its section [HEAD] must be at most " +
+               NumberText(kWeaponLimit) + ".";
+    return {};
+}
+
 }  // namespace
 
 void LoadWeapons(WeaponTables& Tables) {
     Tables.Weapons.clear();
     const std::filesystem::path path = InProgramFolder("weapon.ini");
-    const auto refuse = [&](std::string reason) {
-        Tables.NoWeaponsReason = std::move(reason.append(kLineBreak).append(platform::Utf8OfPath(path)));
-    };
     IniFile file(path);
     const std::int32_t items = ReadNumber(file, "HEAD", "items");
-    if (file.State() == platform::ProfileState::TooLarge) {
-        return refuse("The weapon file is too large: it must have at most " +
-                      NumberText(std::int32_t{platform::kMaxProfileBytes >> 20}) + " MiB.");
+    Tables.NoWeaponsReason = WhyRefused(file.State(), items);
+    if (!Tables.NoWeaponsReason.empty()) {
+        Tables.NoWeaponsReason.append(kLineBreak).append(platform::Utf8OfPath(path));
+        return;
     }
-    if (file.State() != platform::ProfileState::Readable) {
-        return refuse("The weapon file is missing or cannot be read.");
-    }
-    if (items < 1) {
-        return refuse(
-            "The weapon file lists no weapons: \"items\" in its section [HEAD] must be at least 1.");
-    }
-    if (items > kWeaponLimit) {
-        return refuse(
-            "The weapon file lists too many weapons: \"items\" in its section [HEAD] must be at most " +
-            NumberText(kWeaponLimit) + ".");
-    }
-    Tables.NoWeaponsReason.clear();
     Tables.Weapons.reserve(static_cast<std::size_t>(items));
     for (std::int32_t number = 1; number <= items; ++number) {
         Tables.Weapons.push_back(ReadRecord(file, WeaponSection(number), kWeaponNumbers));

@@ -144,8 +144,8 @@ void FormWidget::Centre() {
     const QScreen* screen = PointersScreen();
     if (screen == nullptr) return;
     const QRect area = screen->geometry();
-    const int left = area.x() + (area.width() - width()) / 2;
-    const int top = area.y() + (area.height() - height()) / 2;
+    const int left = area.x() + ((area.width() - width()) / 2);
+    const int top = area.y() + ((area.height() - height()) / 2);
     MoveTo(ToTwips(left), ToTwips(top));
 }
 

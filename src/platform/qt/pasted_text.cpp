@@ -101,7 +101,7 @@ class Question {
         auto count = 0UL;
         auto left = 0UL;
         unsigned char* data = nullptr;
-        XGetWindowProperty(Server(), window_, selection_, 0, most / 4 + 1, False, AnyPropertyType, &type,
+        XGetWindowProperty(Server(), window_, selection_, 0, (most / 4) + 1, False, AnyPropertyType, &type,
                            &bits, &count, &left, &data);
         if (bits == 8) bytes.append(reinterpret_cast<char*>(data), static_cast<qsizetype>(count));
         XFree(data);

@@ -174,7 +174,7 @@ Shape::Shape(Form& form, std::string_view name, const Rect& place, Color color, 
 Shape::~Shape() = default;
 
 void Shape::SetHeight(int height) {
-    native_->Widget->resize(native_->Widget->width(), height + 2 * native_->Widget->Outside());
+    native_->Widget->resize(native_->Widget->width(), height + (2 * native_->Widget->Outside()));
 }
 
 }  // namespace platform

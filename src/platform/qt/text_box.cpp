@@ -42,11 +42,10 @@ class LineBox : public QLineEdit {
 
  protected:
     void keyPressEvent(QKeyEvent* event) override {
-        if (event->matches(QKeySequence::Paste)) {
-            const bool selection =
-                event->key() == Qt::Key_Insert && event->modifiers().testFlag(Qt::ControlModifier);
+        const bool selection =
+            event->key() == Qt::Key_Insert && event->modifiers().testFlag(Qt::ControlModifier);
+        if (event->matches(QKeySequence::Paste))
             return Paste(selection ? QClipboard::Selection : QClipboard::Clipboard);
-        }
         const QString typed = event->text();
         const bool command = event->modifiers().testAnyFlags(Qt::ControlModifier | Qt::MetaModifier) ||
                              typed < QString(' ') || typed == "\x7F";

@@ -47,10 +47,9 @@ class ThemeStyle : public QProxyStyle {
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
-        if (element == PE_Frame || element == PE_FrameMenu || element == PE_PanelMenu) {
-            if (element == PE_PanelMenu) painter->fillRect(option->rect, option->palette.base());
+        if (element == PE_PanelMenu) painter->fillRect(option->rect, option->palette.base());
+        if (element == PE_Frame || element == PE_FrameMenu || element == PE_PanelMenu)
             return DrawOutline(*painter, option->rect, option->palette.color(QPalette::Mid));
-        }
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
 
@@ -127,7 +126,7 @@ class ThemeStyle : public QProxyStyle {
         const QColor text = box.palette.color(QPalette::WindowText);
         const bool active = (box.state & State_HasFocus) != 0;
         painter.fillRect(box.rect, box.palette.window());
-        const QRect square(box.rect.left() + 4, box.rect.center().y() - kSide / 2, kSide, kSide);
+        const QRect square(box.rect.left() + 4, box.rect.center().y() - (kSide / 2), kSide, kSide);
         DrawOutline(painter, square,
                     active || (box.state & State_Sunken) != 0 ? text : box.palette.color(QPalette::Mid));
         if ((box.state & State_On) != 0) {

@@ -7,6 +7,7 @@
 #include <QPalette>
 #include <QString>
 #include <QWidget>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -41,7 +42,7 @@ ParsedCaption ParseCaption(const QString& caption);
 
 // The object behind a control: it watches the control's widget and calls the control's handlers.
 struct Control::Native : QObject {
-    enum class Pointer {
+    enum class Pointer : std::uint8_t {
         Plain,   // presses and clicks come from here
         Toolkit  // the widget has its own idea of a click
     };

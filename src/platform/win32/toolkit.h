@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -84,7 +85,7 @@ struct Told {
 
 // The window behind a control, and the control's handlers called for what happens to it.
 struct Control::Native {
-    enum class Pointer {
+    enum class Pointer : std::uint8_t {
         Plain,  // presses and clicks come from here
         System  // the window has its own idea of a click
     };
