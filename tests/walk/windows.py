@@ -5,7 +5,6 @@ import os
 import pathlib
 import re
 import subprocess
-import tempfile
 import time
 
 import walk
@@ -89,20 +88,15 @@ class WineSession(Session):
         return wait_for(f"the window {tool.title!r} with {tool.mark!r}", find)
 
 
-def close(window, how="x"):
-    window.press("x") if how == "x" else press(how)
-    wait_for(f"{window.name} to be closed after {how}", lambda: not window.showing)
-
-
 def windows(program, folder=None):
-    """every tool opened, used, rolled up, closed and opened again; a question edited; pictures in a folder"""
+    """every tool opened, used, closed and opened again; a question edited; pictures in a folder"""
     program = pathlib.Path(program).resolve()
     prefix = os.environ.get("ORVANE_WINE", str(WINE.parents[1] / "build/wine"))
     # Other programs get the line breaks of their own desktop.
     walk.clipboard = lambda: clipboard().replace("\n", "\r\n")
-    with tempfile.TemporaryDirectory() as scratch, new_home() as home, screen(home, manager=None):
+    with new_home() as home, screen(home, manager=None):
         os.environ["ORVANE_WINE"] = prefix
-        pictures = pathlib.Path(folder or scratch).absolute()
+        pictures = pathlib.Path(folder or home / "pictures").absolute()
         pictures.mkdir(parents=True, exist_ok=True)
         questions = lambda: pathlib.Path(prefix).glob("drive_c/users/*/AppData/Roaming/Orvane/questions.ini")
         for left in questions():
@@ -111,18 +105,17 @@ def windows(program, folder=None):
         session.launcher.photograph(pictures / "frmMain.png")
         for button, tool in TOOLS.items():
             window = session.open(button)
-            walk.use(window, tool) if tool.text else walk.answer(window)
             window.photograph(pictures / f"{tool.name}.png")
-            for glyph, height in ("_", {32}), ("=", {window.bounds[3], 321}):
-                window.press(glyph)
-                wait_for(f"{tool.name} to be as high as one of {height}", lambda: window.bounds[3] in height)
-            place, shown = window.bounds, [box.text for box in window.all("text", "")]
-            for how in "x", "alt+F4":
-                close(window, how)
-                session.open(button)
-                expect(f"the place of {button}", lambda: window.bounds, place)
-                expect(f"the texts of {tool.name}", lambda: [b.text for b in window.all("text", "")], shown)
-            close(window)  # what is in the middle of the screen lies over the launcher
+            walk.use(window, tool) if tool.text else walk.answer(window)
+            window.photograph(pictures / f"{tool.name}-used.png")
+            before = window.bounds, window.texts
+            # Closed at the end, too: in the middle of the screen it lies over the launcher.
+            for way in "x", "alt+F4", "x":
+                if not window.showing:
+                    session.open(button)
+                expect(f"{button} before {way}", lambda: (window.bounds, window.texts), before)
+                walk.WAYS[way](window)
+                wait_for(f"{button} to go by {way}", lambda: not window.showing)
         walk.edit(session, pictures)
         wait_for("the saved question", lambda: any(walk.EDITED in file.read_text() for file in questions()))
         session.launcher.press("Exit")
