@@ -6,7 +6,7 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 source tools/packages.sh
 
 if [[ ${1-} == --windows ]]; then
-    need windows
+    need windows windows-package
     quietly cmake --preset windows
     quietly cmake --build --preset windows --target archive
     ls build/package/*-windows-x86_64.zip

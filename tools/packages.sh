@@ -15,6 +15,7 @@ declare -A PACKAGES=(
     [windows]="cmake fonts-liberation fonts-wine g++-mingw-w64-x86-64-posix imagemagick ninja-build wine64 xauth
         xvfb"
     [windows-test]="googletest"
+    [windows-package]="zip"
     [test]="libgtest-dev strace weston x11-xserver-utils xfce4-settings xwayland"
 )
 
