@@ -21,6 +21,8 @@ prepare() {
     xvfb-run -a "$wine" wineboot --init
     # Debian's Wine does not find its own fonts by itself: there would be no "MS Sans Serif" or "Fixedsys".
     cp /usr/share/wine/fonts/*.fon /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
+    # A program that crashed ends, and nobody is asked.
+    xvfb-run -a "$wine" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
     # No window manager: windows stand where the program puts them, at once.
     xvfb-run -a "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
     xvfb-run -a "$wine" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "${ORVANE_DPI:-96}" /f

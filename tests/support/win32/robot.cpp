@@ -25,6 +25,7 @@ using platform::WidthOf;
 void Settle() {
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) return PostQuitMessage(0);  // is for Live
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
