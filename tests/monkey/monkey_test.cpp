@@ -71,7 +71,7 @@ const Text kKeys[] = {"Tab",        "Shift+Tab", "Return",    "Space",  "Escape"
                       "Alt+R",      "Alt+T",     "Alt+Q",     "Alt+1"};
 const Text kLetters[] = {"0", "1", "2", "9", "-", ".", ",", "e", "D", "&", "=", "ß", "漢", "א", "\U0001F409"};
 const Text kPastes[] = {"",       "1e999",           "a\r\nb\nc\u2028d", "\t\u00a0x", {"1\0002", 3},
-                        "&&1 &A", Text(100'000, '7')};
+                        "&&1 &A", Text(9'000, '7')};
 
 std::vector<Text> ShownForms() {
     std::vector<Text> forms = robot::ShownWindows();
