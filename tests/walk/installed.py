@@ -43,22 +43,19 @@ class Speaker:
                 raise Failure(f"the sound {other} went on and was not replaced by {name}")
 
 
-def run(*words, **environment):
-    with surroundings(environment):
-        done = subprocess.run(list(map(str, words)), capture_output=True, text=True)
-    if done.returncode:
-        raise Failure(f"{words[0]}: {done.stderr or done.stdout}")
+def run(*words):
+    subprocess.run(words, check=True, stdout=subprocess.DEVNULL)
 
 
 def unpack(scratch, first, second=None):
     """Puts what is to be installed into folders of their own. Gives the command and the portable program."""
     root, portable = scratch / "root", scratch / FOLDER
     if second:
-        portable.mkdir()
+        portable.mkdir(parents=True)
         run("dpkg-deb", "--extract", first, root)
         run("tar", "-C", portable, "--strip-components=1", "-xf", second)
     else:
-        run("cmake", "--install", first, "--prefix", "/usr", DESTDIR=str(root))
+        run("env", f"DESTDIR={root}", "cmake", "--install", first, "--prefix", "/usr")
         run("cmake", "--install", first, "--prefix", portable, "--component", "portable")
     share = root / "usr/share"
     entry = (share / "applications/orvane-utilities.desktop").read_text().splitlines()

@@ -64,8 +64,8 @@ def look(window, file, framed=False):
     expect(f"the active window at {window.name}", active_window, str(window.number))
     state, allowed, frame = (properties(window.number, f"_NET_{name}")
                              for name in ("WM_STATE", "WM_ALLOWED_ACTIONS", "FRAME_EXTENTS"))
-    if "SKIP" in state or ("ABOVE" in state) == framed or bool(re.search("[1-9]", frame)) != framed or (
-            framed and re.search("RESIZE|MAXIMIZE", allowed)):
+    if "SKIP" in state or ("ABOVE" in state) == framed or (
+            re.search("RESIZE|MAXIMIZE", allowed) if framed else re.search("[1-9]", frame)):
         raise Failure(f"{window.name} is no window of its kind: {state}{allowed}{frame}")
     window.photograph(file)
     find(window)
@@ -98,8 +98,7 @@ def visit(session, button, folder):
 
 
 def drag(window):
-    left = window.bounds[0]
-    title = next(control for control in window.controls() if control.role == "label")
+    left, title = window.bounds[0], window.label("Orvane Utilities")
     title.hover("mousedown", 1, *50 * ["mousemove_relative", 3, 1, "sleep", 0.01], "mouseup", 1)
     wait_for(f"{window.name} to follow the pointer", lambda: window.bounds[0] > left)
 
@@ -124,8 +123,8 @@ def walk(path, folder=None, manager="openbox"):
         expect("the edited question", lambda: meter.box(QUESTION).text, f"1 of 24\n{EDITED}")
         windows = [again.launcher, meter, again.open("Dice Reverse"), again.open_editor()]
         for one, other in itertools.combinations(windows, 2):
-            if overlap(one.bounds, other.bounds) > 0:
-                raise Failure(f"{one.name} at {one.bounds} and {other.name} at {other.bounds} overlap")
+            if overlap(one.place, other.place) > 0:
+                raise Failure(f"{one.name} at {one.place} and {other.name} at {other.place} overlap")
         again.leave()
         if folder:
             print("Pictures:", *(f"  {file}" for file in sorted(pictures.glob("*.png"))), sep="\n")

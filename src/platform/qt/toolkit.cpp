@@ -25,7 +25,7 @@ QFont FixedFont() {
     font.setStyleHint(QFont::Monospace);
     for (int size = 13; size > 8; --size) {
         font.setPixelSize(size);
-        if (QFontMetrics(font).height() <= 15) break;
+        if (QFontMetricsF(font).height() <= 15) break;
     }
     font.setLetterSpacing(QFont::AbsoluteSpacing, 8.0 - QFontMetricsF(font).horizontalAdvance('0'));
     return font;
