@@ -70,7 +70,7 @@ const Text kKeys[] = {"Tab",        "Shift+Tab", "Return",    "Space",  "Escape"
                       "Ctrl+Z",     "Ctrl+Y",    "Alt+Down",  "Menu",   "F4",     "Alt+N",  "Alt+P",
                       "Alt+R",      "Alt+T",     "Alt+Q",     "Alt+1"};
 const Text kLetters[] = {"0", "1", "2", "9", "-", ".", ",", "e", "D", "&", "=", "ß", "漢", "א", "\U0001F409"};
-const Text kPastes[] = {"",       "1e999",           "a\r\nb\nc\u2028d", "\t\u00a0x", {"1\0002", 3},
+const Text kPastes[] = {"",       "1e999",         "a\r\nb\nc\u2028d", "\t\u00a0x", {"1\0002", 3},
                         "&&1 &A", Text(9'000, '7')};
 
 std::vector<Text> ShownForms() {
@@ -85,21 +85,19 @@ robot::Point Within(const Rect& rect) {
     return {x, static_cast<double>(rect.Top + Below(static_cast<std::size_t>(rect.Height)))};
 }
 
-void Click(const Text& form, robot::Point at) {
+void Click(const Text& form, const Text& control) {
     using enum robot::Button;
-    const robot::Button button = OneIn(4) ? OneOf(std::array{Middle, Right}) : Left;
-    robot::Move(form, at);
-    robot::Press(form, at, button);
-    robot::TurnTo(form);  // if the press closed what was open in another window
-    for (int moves = OneIn(8) ? 5 : 0; moves > 0; --moves)
-        robot::Move(form, at = Within({-60, -60, 700, 700}));
-    robot::Release(robot::Shown(form) ? form : "frmMain", at, button);
-}
-
-void ClickOn(const Text& form, const Text& control) {
     const Rect popup = robot::Popup("frmMain");
-    if (popup.Width > 0 && OneIn(2)) return Click("frmMain", Within(popup));
-    Click(form, Within(robot::Bounds(form, control)));
+    const bool inPopup = popup.Width > 0 && OneIn(2);
+    const Text window = inPopup ? "frmMain" : form;
+    const robot::Button button = OneIn(4) ? OneOf(std::array{Middle, Right}) : Left;
+    robot::Point at = Within(inPopup ? popup : robot::Bounds(form, control));
+    robot::Move(window, at);
+    robot::Press(window, at, button);
+    robot::TurnTo(window);  // if the press closed what was open in another window
+    for (int moves = OneIn(8) ? 5 : 0; moves > 0; --moves)
+        robot::Move(window, at = Within({-60, -60, 700, 700}));
+    robot::Release(robot::Shown(window) ? window : "frmMain", at, button);
 }
 
 void Press(const Text& form, const Text&) {
@@ -122,7 +120,7 @@ void Assist(const Text& form, const Text& control) {
 
 // From the one drawn most often to the rarest.
 const std::pair<const char*, void (*)(const Text& form, const Text& control)> kActs[] = {
-    {"click", ClickOn},
+    {"click", Click},
     {"press", Press},
     {"type", Type},
     {"paste", [](const Text& form, const Text&) { robot::Paste(form, OneOf(kPastes)); }},

@@ -42,14 +42,13 @@ def find(window):
 
 
 def go_round(window):
-    """Tab reaches every control that takes the focus, and returns; Shift+Tab goes back."""
+    """Tab goes from the first control that takes the focus to each, and returns; Shift+Tab goes back."""
     takers = [c.name for c in window.controls() if c.name not in LEFT_OUT_BY_TAB and
               (c.told("FOCUSABLE") or c.role in ("text", "combo box", "check box"))]
     if len(takers) < 2:
         return
-    start = takers.index(wait_for(f"the focus of {window.name}", lambda: window.focus)[0])
-    for keys, step in ("Tab", 1), ("shift+Tab", -1):
-        for i in range(1, len(takers) + 1):
+    expect(f"the focus of {window.name}", lambda: window.focus, takers[:1])
+    for keys, there in ("Tab", [*takers[1:], takers[0]]), ("shift+Tab", takers[::-1]):
+        for taker in there:
             press(keys)
-            expect(f"the focus after {keys} in {window.name}", lambda: window.focus,
-                   [takers[(start + step * i) % len(takers)]])
+            expect(f"the focus after {keys} in {window.name}", lambda: window.focus, [taker])

@@ -115,7 +115,8 @@ def walk(path, folder=None, manager="openbox"):
         for button in TOOLS:
             visit(session, button, pictures)
         drag(session.launcher)
-        look(session.open_editor(), pictures / f"{EDITOR.name}.png", framed=True)
+        session.open("Alingments").press("Editor")
+        look(session.window(EDITOR), pictures / f"{EDITOR.name}.png", framed=True)
         edit(session, pictures)
         tell("Exit", session.leave())
         again = Session(path, home, tidy=False)
