@@ -29,7 +29,8 @@ def use(window, tool):
     window.button(tool.mark).click()
     for name, entry in tool.chosen.items():
         window.list(name).choose(entry)
-    wait_for(f"a text like {tool.shows} in {tool.name}", lambda: re.fullmatch(tool.shows, result.text))
+    wait_for(f"a text like {tool.shows} in {tool.name}", lambda: result.text,
+             right=lambda text: re.fullmatch(tool.shows, text))
     tell(tool.name, result.text)
     if window.has("Copy Result"):
         window.button("Copy Result").click()
