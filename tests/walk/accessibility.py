@@ -22,7 +22,7 @@ def hear(name, act):
     listener = Atspi.EventListener.new(lambda event: heard.add(event.source.get_name()))
     listener.register("object:property-change:accessible-name")
     act()
-    wait_for(f"the news of {name!r}", lambda: GLib.MainContext.default().iteration(False) or name in heard)
+    wait_for(f"the news of {name!r}", lambda: (GLib.MainContext.default().iteration(False), name in heard)[1])
 
 
 def find(window):
