@@ -9,7 +9,6 @@ import pathlib
 import shutil
 import signal
 import subprocess
-import sys
 import tempfile
 import time
 from unittest import mock
@@ -91,10 +90,8 @@ surroundings = functools.partial(mock.patch.dict, os.environ)
 def new_home():
     """An empty home and an environment in which nothing of the real user's takes part. Gives the home, which
     ends with all that was started in it."""
-    for stop in signal.SIGTERM, signal.SIGHUP, signal.SIGINT:
-        signal.signal(stop, lambda number, _: sys.exit(128 + number))
     home = tempfile.mkdtemp(prefix="orvane-desktop-", dir="/tmp")  # the names of sockets must not be long
-    # Outlives this process, even if that is killed, by a moment.
+    # Outlives this process by a moment, however that ends.
     cleaner = subprocess.Popen(["setsid", "-f", "sh", "-c", 'cat; sleep 1; rm -rf "$0"', home],
                                stdin=subprocess.PIPE)
     cleaner.wait()
@@ -111,11 +108,11 @@ def new_home():
 
 @contextlib.contextmanager
 def screen(home, manager="openbox"):
-    """A display server and a window manager, for every program that is started inside. Gives the server's
-    process."""
+    """A display server, whose keys do not repeat when the user is held up, and a window manager, for every
+    program that is started inside. Gives the server's process."""
     width, height = (round(side * DENSITY) for side in SCREEN)
     with open(home / "screen.log", "w") as log:
-        number, server = start_server(log, "Xvfb", "-displayfd", "{}", "-noreset", "-screen", "0",
+        number, server = start_server(log, "Xvfb", "-displayfd", "{}", "-noreset", "-r", "-screen", "0",
                                       f"{width}x{height}x24")
         with surroundings(DISPLAY=f":{number}"):
             if manager:
@@ -123,6 +120,8 @@ def screen(home, manager="openbox"):
                 managed = lambda: "window id" in properties("root", "_NET_SUPPORTING_WM_CHECK")
                 wait_for("the window manager", managed)
             yield server
+            server.terminate()
+            server.wait(PATIENCE)  # or it would take the files of the next away
 
 
 @contextlib.contextmanager

@@ -11,7 +11,7 @@ import tempfile
 
 from windows import TOOLS, Program
 
-IDLE_SECONDS = 10
+IDLE_SECONDS = 40  # some timers come late
 PRESSES = 5
 
 missed = []
