@@ -86,11 +86,6 @@ Window& TheForm() {
     return *form;
 }
 
-template <class Window>
-bool IsLoaded() {
-    return internal::reference<Window> != nullptr;
-}
-
 // Closes the window and forgets all that it held; the next use starts anew. Of the window's own handlers
 // CloseFromOutside may call this, as its last act, and no other.
 template <class Window>

@@ -24,7 +24,6 @@ class Meter : public WindowTest {
 
     static void Answer(int index) { robot::Click(kForm, ControlName("lblInput", index).Text()); }
     static std::string Question() { return robot::Text(kForm, "txtQuestion"); }
-    static std::string Result() { return robot::Text(kForm, "Label6"); }
     static std::vector<platform::Color> Display() {
         return robot::Pixels(kForm, robot::Bounds(kForm, "picOutPut"));
     }
@@ -49,17 +48,18 @@ TEST_F(Meter, AsksEachQuestionOnceAndStandsStill) {
     EXPECT_EQ(listener.Heard(), Strings{"theme2.wav"});
     EXPECT_EQ(Question(), "1 of 2\r\nWhy 1?");
     EXPECT_EQ(robot::Text(kForm, "lblInput(2)"), "2.) Since & so");
-    for (const auto& [answer, result] : {std::pair{1, "Lawfull Good"}, {4, "True Neutral"}}) {
+    for (const auto& [answer, result] :
+         {std::pair{1, "Result : Lawfull Good"}, {4, "Result : True Neutral"}}) {
         Answer(answer);
         EXPECT_EQ(Question(), "2 of 2\r\nWhy 2?");
-        EXPECT_EQ(Result(), std::string("Result : ") + result);
+        EXPECT_EQ(robot::Text(kForm, "Label6"), result);
         EXPECT_EQ(listener.Heard(), Strings{"click.wav"});
     }
     Answer(1);
     EXPECT_TRUE(listener.Heard().empty());
     robot::Click(kForm, "Cmnd(3)");
     Show<frmAling>();
-    EXPECT_EQ(Result(), "Result : True Neutral");
+    EXPECT_EQ(robot::Text(kForm, "Label6"), "Result : True Neutral");
 }
 
 TEST_F(Meter, TurnsThePixelsOfTheBarsAndPointsWithInk) {
@@ -85,11 +85,8 @@ TEST_F(Meter, ReportsAnUnknownCodeAndGoesOnAsFarAsThereAreSlots) {
         robot::PressByAssistant(kForm, "lblInput(4)");
         EXPECT_EQ(Question(), question);
     });
-    for (const char* question : {"1 of 0\r\n", "2 of 0\r\n"}) {
-        EXPECT_EQ(Question(), question);
-        Answer(1);
-    }
-    for (int i = 0; i < 99; ++i) Answer(1);
+    EXPECT_EQ(Question(), "1 of 0\r\n");
+    for (int i = 0; i < 101; ++i) Answer(1);
     EXPECT_EQ(Question(), "100 of 0\r\n");
     EXPECT_EQ(robot::MessagesSeen(), 101);
 }

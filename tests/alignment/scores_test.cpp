@@ -2,20 +2,21 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cctype>
+#include <set>
 #include <vector>
 
 #include "alignment/display_geometry.h"
+#include "alignment/question_file.h"
 
 using namespace orvane;
 
 namespace {
 
 TEST(Scores, EachCodeMovesItsOwnScores) {
-    const struct {
-        std::vector<std::string_view> Codes;
-        AlignmentScores Scores;
-    } cases[] = {
+    const std::pair<std::vector<std::string_view>, AlignmentScores> cases[] = {
         {{"G", "E", "E", "L", "L", "L", "C", "C", "C", "C"}, {1, 2, 3, 4}},
         {{"LG", "LE", "LE", "CG", "CG", "CG", "CE", "CE", "CE", "CE"}, {4, 6, 3, 7}},
         {{"NUL", "R"}, {}},
@@ -54,13 +55,11 @@ TEST(Scores, ThirdsOnEachAxisDecideOnTheName) {
         EXPECT_EQ(AlignmentName(scores), name) << scores.GoodCount << scores.LawCount;
 }
 
-using Span = std::array<float, 4>;
-
-Span Of(const DisplaySpan& span) { return {span.X1, span.Y1, span.X2, span.Y2}; }
+std::array<float, 4> Of(const DisplaySpan& span) { return {span.X1, span.Y1, span.X2, span.Y2}; }
 
 // The four bars by their moving ends: the y of Good and Evil, the x of Law and Chaos.
 void ExpectBars(const AlignmentScores& scores, float good, float evil, float law, float chaos) {
-    const Span wanted[] = {
+    const std::array<float, 4> wanted[] = {
         {90, good, 110, 88}, {90, 111, 110, evil}, {law, 90, 88, 110}, {111, 90, chaos, 110}};
     for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(Of(AlignmentBars(scores)[i]), wanted[i]) << i;
 }
@@ -73,9 +72,69 @@ TEST(AlignmentDisplay, BarsFollowTheGreatestScoreAndThePointerTheDifferences) {
     // Negative ones run through the centre; a greatest score below 0 stays as it is.
     ExpectBars({2, -1, 0, -4}, 20, 77, 88, -25);
     ExpectBars({-2, -1, -1, -1}, -48, 179, 20, 179);
-    EXPECT_EQ(Of(AlignmentPointer({3, 3, 1, 1})), (Span{100, 100, 100, 100}));
-    EXPECT_EQ(Of(AlignmentPointer({4, 0, 5, 2})), (Span{103, 104, 70, 60}));
-    EXPECT_EQ(Of(AlignmentPointer({1, 41, 12, 42})), (Span{97, 96, 130, 140}));
+    EXPECT_EQ(Of(AlignmentPointer({3, 3, 1, 1})), (std::array<float, 4>{100, 100, 100, 100}));
+    EXPECT_EQ(Of(AlignmentPointer({4, 0, 5, 2})), (std::array<float, 4>{103, 104, 70, 60}));
+    EXPECT_EQ(Of(AlignmentPointer({1, 41, 12, 42})), (std::array<float, 4>{97, 96, 130, 140}));
+}
+
+// The questions that come with the program.
+constexpr std::int32_t kQuestions = 24;
+
+class Questionnaire : public testing::Test {
+ protected:
+    Questionnaire() {
+        EXPECT_EQ(LoadQuestions(ORVANE_SOURCE_FOLDER "/data/questions.ini", questions_), kQuestions);
+    }
+
+    AlignmentScores After(AlignmentScores scores, std::int32_t question, std::int32_t answer) const {
+        ApplyAnswer(TextOf(questions_[question].Answers[answer].Value), scores);
+        return scores;
+    }
+
+    QuestionList questions_;
+};
+
+TEST_F(Questionnaire, TextsFitAndNeitherTheyNorAPlaceFavourAnAlignment) {
+    const auto check = [](const std::string& text, std::size_t longest) {
+        EXPECT_TRUE(!text.empty() && text.size() <= longest) << text;
+        const auto small = [](unsigned char c) { return std::tolower(c); };
+        for (const std::string_view word : {"good", "evil", "law", "chao", "neutral"})
+            EXPECT_TRUE(std::ranges::search(text, word, {}, small).empty()) << text;
+    };
+    std::set<std::string> codes;
+    std::vector<AlignmentScores> places(kAnswerCount);
+    for (std::int32_t i = 1; i <= kQuestions; ++i) {
+        check(TextOf(questions_[i].Text), 150);
+        for (std::int32_t j = 1; j <= kAnswerCount; ++j) {
+            check(TextOf(questions_[i].Answers[j].Text), 40);
+            codes.insert(TextOf(questions_[i].Answers[j].Value));
+            AlignmentScores& place = places.at(static_cast<std::size_t>(j - 1));
+            place = After(place, i, j);
+        }
+    }
+    EXPECT_EQ(codes,
+              (std::set<std::string>{"G", "E", "L", "C", "LG", "LE", "CG", "CE", "GEN", "LCN", "NUL"}));
+    for (const AlignmentScores& place : places) EXPECT_EQ(AlignmentName(place), "True Neutral");
+}
+
+TEST_F(Questionnaire, LeadsWhoeverAnswersInItsSpiritToEachAlignment) {
+    const char* names[] = {"Chaotic Evil", "Evil",         "Lawfull Evil", "Chaotic",     "True Neutral",
+                           "Lawfull",      "Chaotic Good", "Good",         "Lawfull Good"};
+    // How far two scores are from what is wanted: the first (1), the second (-1) or both alike (0).
+    const auto far = [](std::int32_t first, std::int32_t second, int wanted) {
+        return wanted == 0 ? std::abs(first - second) : wanted * (second - first);
+    };
+    for (int i = 0; i < 9; ++i) {
+        AlignmentScores scores;
+        for (std::int32_t question = 1; question <= kQuestions; ++question) {
+            std::vector<AlignmentScores> next;
+            for (std::int32_t j = 1; j <= kAnswerCount; ++j) next.push_back(After(scores, question, j));
+            scores = *std::ranges::min_element(next, {}, [&](const AlignmentScores& s) {
+                return far(s.GoodCount, s.EvilCount, i / 3 - 1) + far(s.LawCount, s.ChaosCount, i % 3 - 1);
+            });
+        }
+        EXPECT_EQ(AlignmentName(scores), names[i]);
+    }
 }
 
 }  // namespace

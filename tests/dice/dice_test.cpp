@@ -6,7 +6,7 @@
 #include "dice/dice_search.h"
 #include "dice/range_text.h"
 #include "dice/roll.h"
-#include "support/scripted_random.h"
+#include "support/seams.h"
 
 using namespace orvane;
 
@@ -28,16 +28,16 @@ Notation CountDown(std::int64_t from, std::int64_t to) {
     return {};
 }
 
-void ExpectSameAsCountDown(std::int32_t from, std::int32_t to) {
-    const DiceNotation found = SearchDice(from, to).value_or(DiceNotation{});
-    ASSERT_EQ((Notation{found.Count, found.Sides, found.Bonus}), CountDown(from, to)) << from << " to " << to;
-}
-
 TEST(SearchDice, FindsWhatACountdownFinds) {
+    const auto expectSame = [](std::int32_t from, std::int32_t to) {
+        const DiceNotation found = SearchDice(from, to).value_or(DiceNotation{});
+        ASSERT_EQ((Notation{found.Count, found.Sides, found.Bonus}), CountDown(from, to))
+            << from << " to " << to;
+    };
     for (std::int32_t from = -150; from <= 150; ++from) {
-        for (std::int32_t to = -150; to <= 150; ++to) ExpectSameAsCountDown(from, to);
+        for (std::int32_t to = -150; to <= 150; ++to) expectSame(from, to);
     }
-    for (std::int32_t to = 151; to < 60000; to += 17) ExpectSameAsCountDown(to % 311, to);
+    for (std::int32_t to = 151; to < 60000; to += 17) expectSame(to % 311, to);
 }
 
 TEST(RangeText, TellsNotationAndBounds) {
@@ -53,11 +53,8 @@ TEST(Roll, CleansTextsDescribesItselfAndDrawsOnce) {
     EXPECT_EQ(CleanCount("9e9"), "9000000000");
     EXPECT_EQ(CleanBonus("-0.9"), "0");
     EXPECT_EQ(CleanCount("-0.9"), "1");
-    const struct {
-        DiceRoll Roll;
-        const char* Summary;
-        std::int32_t Drawn;  // with a draw of one half
-    } cases[] = {
+    const std::tuple<DiceRoll, const char*, std::int32_t> cases[] = {
+        // what comes of a draw of one half
         {{2, 6, 0}, "Dice:    2D6\r\nRange:   2 to 12\r\nAverage: 7\r\n\r\n", 7},
         {{3, 8, -3}, "Dice:    3D8 -3\r\nRange:   0 to 21\r\nAverage: 10.5\r\n\r\n", 11},
         {{kHigh, kHigh, kHigh},
@@ -65,10 +62,10 @@ TEST(Roll, CleansTextsDescribesItselfAndDrawsOnce) {
          "Average: 2147483647\r\n\r\n",
          kHigh},
     };
-    for (const auto& each : cases) {
+    for (const auto& [roll, summary, drawn] : cases) {
         const ScriptedRandom draws({0.5F});
-        EXPECT_EQ(RollSummary(each.Roll), each.Summary);
-        EXPECT_EQ(DrawRoll(each.Roll), each.Drawn);
+        EXPECT_EQ(RollSummary(roll), summary);
+        EXPECT_EQ(DrawRoll(roll), drawn);
         EXPECT_EQ(draws.Count(), 1);
     }
 }

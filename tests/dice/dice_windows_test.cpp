@@ -2,8 +2,6 @@
 
 using namespace orvane;
 
-namespace {
-
 TEST_F(WindowTest, TheRollerRollsWhenItOpensAndCleansItsBoxes) {
     const ScriptedRandom draws({0.8F, 0.5F});
     const auto text = [](std::string_view control) { return robot::Text("frmDice", control); };
@@ -48,5 +46,3 @@ TEST_F(WindowTest, TheFinderCountsAsSoonAsAutoIsCheckedAndWantsNumbers) {
     robot::Click(form, "Cmnd(1)");
     EXPECT_EQ(listener.Heard(), (Strings{"theme2.wav", "click.wav", "chant.wav"}));
 }
-
-}  // namespace

@@ -4,12 +4,9 @@
 
 #include <limits>
 
-#include "support/scripted_random.h"
-#include "support/sounds.h"
+#include "support/seams.h"
 
 using namespace orvane;
-
-namespace {
 
 constexpr std::int32_t kLow = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kHigh = std::numeric_limits<std::int32_t>::max();
@@ -92,5 +89,3 @@ TEST(NumberText, IsPlainDecimalAtAnyMagnitude) {
     EXPECT_EQ(NumberText(999999999999999.9), "1000000000000000");
     EXPECT_EQ(NumberText(std::numeric_limits<double>::infinity()).size(), 309U);
 }
-
-}  // namespace

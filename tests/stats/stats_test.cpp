@@ -3,13 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <stdexcept>
-#include <string>
 #include <vector>
 
 #include "stats/modifier_tables.h"
 #include "stats/stat_sheet.h"
-#include "support/scripted_random.h"
+#include "support/seams.h"
 
 using namespace orvane;
 
@@ -36,41 +34,30 @@ constexpr struct Choice {
 constexpr std::array<std::int32_t, 3> kNetRows[] = {{1, 14, -3}, {1, 19, -2}, {2, 23, -1}, {5, 25, 0},
                                                     {8, 27, 1},  {11, 29, 2}, {14, 31, 3}};
 
-// How much more often an entry raises a statistic than it lowers it.
-std::ptrdiff_t Net(std::string_view entry, std::string_view stat) {
-    const auto* choice = std::ranges::find(kChoices, entry, &Choice::Entry);
-    if (choice == std::end(kChoices))
-        throw std::out_of_range("kChoices has no row for " + std::string(entry));
-    const auto in = [stat](std::string_view list) {
-        return list.find(stat.substr(0, 2)) != list.npos ? 1 : 0;
-    };
-    return in(choice->Raised) - in(choice->Lowered);
-}
-
 TEST(StatCount, AllSelectionsFollowTheNetCounts) {
-    const auto index = [](const auto& table, const ModifierEntry& entry) {
-        return static_cast<std::int32_t>(&entry - table.data());
+    std::vector<std::string_view> entries;
+    for (const auto& entry : SexModifiers) entries.push_back(entry.Entry);
+    for (const auto& entry : RaceModifiers) entries.push_back(entry.Entry);
+    for (const auto& entry : ClassModifiers) entries.push_back(entry.Entry);
+    ASSERT_TRUE(std::ranges::equal(entries, kChoices, {}, {}, &Choice::Entry)) << "kChoices and the lists";
+    const auto net = [](const Choice& choice, std::string_view stat) {
+        const auto in = [stat](std::string_view list) {
+            return list.find(stat.substr(0, 2)) != list.npos ? 1 : 0;
+        };
+        return in(choice.Raised) - in(choice.Lowered);
     };
-    // The order of the lists.
-    auto inOrder = [row = std::begin(kChoices)](const auto& table) mutable {
-        return std::ranges::all_of(table, [&row](const ModifierEntry& entry) {
-            return row != std::end(kChoices) && (row++)->Entry == entry.Entry;
-        });
-    };
-    EXPECT_TRUE(inOrder(SexModifiers) && inOrder(RaceModifiers) && inOrder(ClassModifiers));
-
     StatTable records;
     records.fill({-99, 99, 7, "stale", 1234});
-    for (const ModifierEntry& sex : SexModifiers) {
-        for (const ModifierEntry& race : RaceModifiers) {
-            for (const ModifierEntry& cls : ClassModifiers) {
-                CountSelection(index(SexModifiers, sex), index(RaceModifiers, race),
-                               index(ClassModifiers, cls), records);
+    const Choice *races = kChoices + SexModifiers.size(), *classes = races + RaceModifiers.size();
+    for (const Choice* sex = kChoices; sex != races; ++sex) {
+        for (const Choice* race = races; race != classes; ++race) {
+            for (const Choice* cls = classes; cls != std::end(kChoices); ++cls) {
+                CountSelection(static_cast<int>(sex - kChoices), static_cast<int>(race - races),
+                               static_cast<int>(cls - classes), records);
                 for (const StatRecord& stat : records) {
-                    const auto net =
-                        Net(sex.Entry, stat.Name) + Net(race.Entry, stat.Name) + Net(cls.Entry, stat.Name);
-                    EXPECT_EQ((std::array{stat.Min, stat.Max, stat.Bon}), kNetRows[3 + net])
-                        << sex.Entry << race.Entry << cls.Entry;
+                    const int sum = net(*sex, stat.Name) + net(*race, stat.Name) + net(*cls, stat.Name);
+                    EXPECT_EQ((std::array{stat.Min, stat.Max, stat.Bon}), kNetRows[3 + sum])
+                        << sex->Entry << race->Entry << cls->Entry;
                 }
             }
         }

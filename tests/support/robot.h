@@ -15,8 +15,8 @@ namespace robot {
 enum class Button { Left, Middle, Right };
 
 struct Point {
-    double X = 0;
-    double Y = 0;
+    int X = 0;
+    int Y = 0;
 };
 
 // The words of a command line that brings a program up without a screen, on a desktop of a language that runs
@@ -45,7 +45,8 @@ void Wheel(std::string_view form, std::string_view control, int steps);
 // are searched for one by one, and no text is dragged away. For a program that does not wait.
 void Hurry();
 
-// A key by its name, such as "Tab", "Alt+N" or "Backspace"; goes to what has the focus in the window.
+// A key by its name, such as "Tab", "Alt+N" or "Backspace"; goes to what has the focus in the window, or to
+// the message box, open list or menu that has the keys of all.
 void Key(std::string_view form, std::string_view key);
 void Type(std::string_view form, std::string_view text);
 // Puts the text on the clipboard and pastes it.
@@ -55,8 +56,8 @@ std::string Clipboard();
 // Opens a drop-down list with the pointer and picks an entry with it.
 void OpenList(std::string_view form, std::string_view control);
 void Choose(std::string_view form, std::string_view control, int index);
-// The open list or menu, from the corner of the window; without width if there is none. It gets the keys and
-// the pointer of every window.
+// The open list or menu, from the corner of the window; without width if there is none. It gets the pointer
+// of every window.
 platform::Rect Popup(std::string_view form);
 // The colour at a place of it.
 platform::Color PopupPixel(int x, int y);
@@ -82,7 +83,6 @@ bool Whole(std::string_view form, std::string_view control);
 std::vector<std::string> CutTexts(std::string_view form);
 // The controls that lie in the window, in the order in which they were made.
 std::vector<std::string> Controls(std::string_view form);
-bool Checked(std::string_view form, std::string_view control);
 // The labels that show the line of a press.
 std::vector<std::string> Pressed(std::string_view form);
 // The control with the focus; empty if none has it.
@@ -96,7 +96,6 @@ platform::Color Pixel(std::string_view form, int x, int y);
 void WhenMessageComes(std::function<void()> look);
 // The text of the box that is on the screen.
 std::string MessageText();
-void KeyInMessage(std::string_view key);
 // How many boxes came since WhenMessageComes.
 int MessagesSeen();
 
@@ -107,7 +106,9 @@ void WhenToolkitWarns(void (*tell)(const std::string& warning));
 // the program ended first. A menu that waits for an answer in the middle of a step is closed.
 bool Live(const std::function<bool()>& step);
 
-// What assistive technology does in place of a click, and the focus that it gives.
+// What assistive technology says behind a control's name, does in place of a click, and the focus that it
+// gives.
+std::string Description(std::string_view form, std::string_view control);
 void PressByAssistant(std::string_view form, std::string_view control);
 void FocusByAssistant(std::string_view form, std::string_view control);
 

@@ -4,8 +4,7 @@
 #include "platform/places.h"
 #include "platform/profile_fixture.h"
 #include "support/robot.h"
-#include "support/scripted_random.h"
-#include "support/sounds.h"
+#include "support/seams.h"
 #include "tools.h"
 
 // A test at the program's windows, with folders and a listener of its own. No window outlives it.

@@ -2,8 +2,6 @@
 
 using namespace orvane;
 
-namespace {
-
 constexpr std::string_view kForm = "frmWeapons";
 
 TEST_F(WindowTest, WeaponsAreMadeOnRequestFromTheFilesAsTheyWereAtTheLoad) {
@@ -33,5 +31,3 @@ TEST_F(WindowTest, WeaponsAreMadeOnRequestFromTheFilesAsTheyWereAtTheLoad) {
     robot::Click(kForm, "Cmnd(1)");
     EXPECT_TRUE(result().starts_with("   Club\r\n"));
 }
-
-}  // namespace

@@ -5,15 +5,12 @@
 #include "frame/number_text.h"
 #include "platform/places.h"
 
-namespace platform {
-namespace {
+using namespace platform;
 
 TEST(Desktop, NamesOfAllKindsLeadToOnePlace) {
     using namespace std::string_view_literals;
     const Places places{"/u/orvane", "/opt/orvane", "/home/me"};
-    const struct {
-        std::string_view Name, File;
-    } cases[] = {
+    const std::pair<std::string_view, std::string_view> cases[] = {
         {"c:\\questions.ini", "/u/orvane/questions.ini"},
         {"D:/a\\\\b/.\\c.ini", "/u/orvane/d/a/b/c.ini"},
         {"\\\\server\\share\\c.ini", "/u/orvane/server/share/c.ini"},
@@ -51,6 +48,3 @@ TEST(Desktop, FollowsTheEnvironment) {
     EXPECT_EXIT(setenv("LC_ALL", "de_DE", 1); std::exit(orvane::NumberText(2.5) == "2,5" ? 0 : 1);
                 , testing::ExitedWithCode(0), "");
 }
-
-}  // namespace
-}  // namespace platform

@@ -7,15 +7,12 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QKeySequence>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollBar>
 #include <QStyleOptionComboBox>
 #include <QTest>
-#include <QThread>
 #include <QTimer>
 #include <QWheelEvent>
 #include <QWindow>
@@ -64,7 +61,7 @@ Qt::MouseButton ToQt(Button button) {
     return button == Button::Right ? Qt::RightButton : Qt::MiddleButton;
 }
 
-QPoint ToQt(Point at) { return {qRound(at.X), qRound(at.Y)}; }
+QPoint ToQt(Point at) { return {at.X, at.Y}; }
 
 platform::Rect ToRect(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
 
@@ -78,7 +75,6 @@ void LetSearchEnd() {
 
 void SendKey(QWindow* window, std::string_view key) {
     const QKeySequence sequence(Name(key));
-    if (sequence.count() != 1) throw std::invalid_argument("no key " + std::string(key));
     LetSearchEnd();
     QTest::keyClick(window, sequence[0].key(), sequence[0].keyboardModifiers());
 }
@@ -119,51 +115,30 @@ void Release(std::string_view form, Point at, Button button) {
     QTest::mouseRelease(WindowOf(form), ToQt(button), {}, ToQt(at));
 }
 
-Point Middle(std::string_view form, std::string_view control) {
-    const QPoint middle = FindControl(form, control).geometry().center();
-    return {static_cast<double>(middle.x()), static_cast<double>(middle.y())};
-}
-
-// A pointer that is there already does not move.
-void Hover(std::string_view form, std::string_view control) {
-    const Point middle = Middle(form, control);
-    Move(form, {middle.X + 1, middle.Y});
-    Move(form, middle);
-}
-
-void Click(std::string_view form, std::string_view control, Button button) {
-    Press(form, Middle(form, control), button);
-    Release(form, Middle(form, control), button);
-}
-
 void DoubleClick(std::string_view form, std::string_view control) {
-    const Point middle = Middle(form, control);
-    QTest::mouseDClick(WindowOf(form), Qt::LeftButton, {}, ToQt(middle));
+    QTest::mouseDClick(WindowOf(form), Qt::LeftButton, {}, ToQt(Middle(form, control)));
 }
 
 void Wheel(std::string_view form, std::string_view control, int steps) {
     QWindow* window = WindowOf(form);
-    const Point middle = Middle(form, control);
-    const QPointF at(middle.X, middle.Y);
+    const QPointF at = ToQt(Middle(form, control));
     QWheelEvent wheel(at, window->mapToGlobal(at), {}, {0, 120 * steps}, Qt::NoButton, Qt::NoModifier,
                       Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(window, &wheel);
 }
 
 void Key(std::string_view form, std::string_view key) {
-    const QWidget* popup = QApplication::activePopupWidget();
-    SendKey(popup != nullptr ? popup->windowHandle() : WindowOf(form), key);
+    for (const QWidget* first : {QApplication::activePopupWidget(), QApplication::activeModalWidget()}) {
+        if (first != nullptr) return SendKey(first->windowHandle(), key);
+    }
+    SendKey(WindowOf(form), key);
 }
 
 void Type(std::string_view form, std::string_view text) {
     QWindow* window = WindowOf(form);
     for (const char32_t c : Name(text).toStdU32String()) {
         LetSearchEnd();
-        if (c < 0x80) {
-            QTest::keyClick(window, static_cast<char>(c));
-        } else {
-            QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString::fromUcs4(&c, 1), {});
-        }
+        QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString::fromUcs4(&c, 1), {});
     }
 }
 
@@ -172,11 +147,6 @@ void Hurry() {
     QApplication::setKeyboardInputInterval(0);
     QApplication::setStartDragDistance(std::numeric_limits<int>::max());
     QApplication::setCursorFlashTime(0);
-}
-
-void Paste(std::string_view form, std::string_view text) {
-    QApplication::clipboard()->setText(Name(text));
-    Key(form, "Ctrl+V");
 }
 
 std::string Clipboard() { return QApplication::clipboard()->text().toStdString(); }
@@ -218,12 +188,6 @@ void DesktopTellsLate(std::string_view form, int left, int top) {
 
 void DesktopCloses(std::string_view form) { FindForm(form).close(); }
 
-bool Shown(std::string_view form) {
-    return std::ranges::any_of(Windows(), [&](const QWidget* window) {
-        return window->objectName() == Name(form) && window->isVisible();
-    });
-}
-
 std::vector<std::string> ShownWindows() {
     std::vector<std::string> names;
     for (const QWidget* window : Windows()) {
@@ -263,33 +227,30 @@ std::vector<std::string> CutTexts(std::string_view form) {
     constexpr int kMark = 18;  // of a check box
     std::vector<std::string> cut;
     for (QWidget* control : FindForm(form).findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        QStringList texts;
-        if (const QVariant text = control->property("text"); text.isValid())
-            texts.push_back(text.toString().remove('&'));
-        QSize room = control->size() - QSize(qobject_cast<QCheckBox*>(control) != nullptr ? kMark : 2, 0);
-        if (const auto* list = qobject_cast<QComboBox*>(control)) {
+        QStringList texts{control->property("text").toString().remove('&')};
+        QRect room =
+            control->rect().adjusted(0, 0, qobject_cast<QCheckBox*>(control) != nullptr ? -kMark : -2, 0);
+        QFont font = control->font();
+        int flags = 0;
+        bool whole = true;
+        if (auto* label = dynamic_cast<LabelWidget*>(control)) {
+            texts = {label->Parsed().Text.trimmed()};
+            room = label->rect();
+            font = label->DrawnFont();
+            whole = font.pixelSize() >= kSmallest;
+            flags = label->Style().Wrapped ? Qt::TextWordWrap : 0;
+        } else if (const auto* list = qobject_cast<QComboBox*>(control)) {
             QStyleOptionComboBox option;
             option.initFrom(list);
-            room = list->style()
-                       ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, list)
-                       .size();
+            room = list->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField,
+                                                 list);
             for (int i = 0; i < list->count(); ++i) texts.push_back(list->itemText(i));
         }
-        auto* label = dynamic_cast<LabelWidget*>(control);
-        if (label != nullptr) {
-            texts.push_back(label->Parsed().Text.trimmed());
-            room = label->size();
-        }
-        const QFont font = label != nullptr ? label->DrawnFont() : control->font();
-        const bool wrapped = label != nullptr && label->Style().Wrapped;
         const auto fits = [&](const QString& text) {
-            const QRectF drawn =
-                QFontMetricsF(font).boundingRect(QRect({}, room), wrapped ? Qt::TextWordWrap : 0, text);
-            const bool tall = drawn.height() > room.height() && (label == nullptr || wrapped);
-            return drawn.width() <= room.width() && !tall;
+            const QRectF drawn = QFontMetricsF(font).boundingRect(room, flags, text);
+            return text.isEmpty() || (drawn.width() <= room.width() && drawn.height() <= room.height());
         };
-        if (!std::ranges::all_of(texts, fits) || (label != nullptr && font.pixelSize() < kSmallest))
-            cut.push_back(control->objectName().toStdString());
+        if (!whole || !std::ranges::all_of(texts, fits)) cut.push_back(control->objectName().toStdString());
     }
     return cut;
 }
@@ -305,10 +266,6 @@ std::vector<std::string> Controls(std::string_view form) {
             names.push_back(widget->objectName().toStdString());
     }
     return names;
-}
-
-bool Checked(std::string_view form, std::string_view control) {
-    return dynamic_cast<QCheckBox&>(FindControl(form, control)).isChecked();
 }
 
 std::vector<std::string> Pressed(std::string_view form) {
@@ -334,8 +291,6 @@ std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect&
     return colors;
 }
 
-platform::Color Pixel(std::string_view form, int x, int y) { return Pixels(form, {x, y, 1, 1}).front(); }
-
 static int messagesSeen = 0;
 
 void WhenMessageComes(std::function<void()> look) {
@@ -359,8 +314,6 @@ std::string MessageText() {
     return box == nullptr ? std::string() : box->text().toStdString();
 }
 
-void KeyInMessage(std::string_view key) { SendKey(QApplication::activeModalWidget()->windowHandle(), key); }
-
 int MessagesSeen() { return messagesSeen; }
 
 void WhenToolkitWarns(void (*tell)(const std::string& warning)) {
@@ -375,18 +328,16 @@ void WhenToolkitWarns(void (*tell)(const std::string& warning)) {
 }
 
 bool Live(const std::function<bool()>& step) {
-    // A timer does not come again while it waits for its own step.
-    QTimer idle, waiting;
+    QTimer idle;
     idle.callOnTimeout([&] {
         if (!step()) QCoreApplication::exit(1);
     });
-    waiting.callOnTimeout([] {
-        QWidget* popup = QApplication::activePopupWidget();
-        if (popup != nullptr && QThread::currentThread()->loopLevel() > 1) popup->close();
-    });
     idle.start(0);
-    waiting.start(0);
     return QCoreApplication::exec() == 0;
+}
+
+std::string Description(std::string_view form, std::string_view control) {
+    return FindControl(form, control).accessibleDescription().toStdString();
 }
 
 void PressByAssistant(std::string_view form, std::string_view control) {

@@ -1,5 +1,3 @@
-#include "frame/chrome.h"
-
 #include "frame/theme.h"
 #include "support/window_test.h"
 
@@ -59,10 +57,8 @@ TEST_F(Chrome, RollsUpAndDownAndClosesAsTheDesktopAsks) {
     window.SetTop(3000);
     robot::Move(kForm, {4, 100});
     EXPECT_EQ(robot::Text(kForm, "Status"), "Ready!");
-    robot::Hover(kForm, "Cmnd(3)");
-    EXPECT_EQ(robot::Text(kForm, "Status"), "Will close this window");
     const robot::Point middle = robot::Middle(kForm, "Cmnd(4)");
-    for (const auto& [height, glyph] : {std::pair{32, "="}, {robot::Bounds(kForm).Height, "_"}}) {
+    for (const auto& [height, glyph] : {std::pair{32, "="}, {305, "_"}}) {
         robot::Press(kForm, middle);
         EXPECT_EQ(robot::Pressed(kForm), Strings{"Cmnd(4)"});
         EXPECT_NE(InCorner("Cmnd(4)"), kControlColors.Back);
@@ -79,6 +75,28 @@ TEST_F(Chrome, RollsUpAndDownAndClosesAsTheDesktopAsks) {
     // A window that comes back stands where it stood.
     window.Show();
     EXPECT_EQ(robot::Bounds(kForm).Left, 200);
+}
+
+TEST_F(WindowTest, TheLauncherOpensAToolOnceShowsItAsItWasLeftAndEndsWithAll) {
+    SoundEnabled = kFalse;
+    Show<frmMain>();
+    EXPECT_EQ(robot::Text("frmMain", "Status"), "Welcome, Adventurer.");
+    robot::Click("frmMain", "Cmnd(1)");
+    EXPECT_EQ(listener.Heard(), (Strings{"theme.wav", "click.wav", "theme2.wav"}));
+    const std::string roll = robot::Text("frmDice", "txtResult");
+    robot::Click("frmDice", "Cmnd(4)");
+    robot::Click("frmDice", "Cmnd(3)");
+    EXPECT_EQ(robot::ShownWindows(), Strings{"frmMain"});
+    robot::Click("frmMain", "Cmnd(1)");
+    EXPECT_EQ(listener.Heard(), (Strings{"click.wav", "quit.wav", "click.wav"}));
+    EXPECT_EQ(robot::Bounds("frmDice").Height, 32);
+    EXPECT_EQ(robot::Text("frmDice", "txtResult"), roll);
+    for (const std::string_view end : {"Cmnd(2)", "Cmnd(3)", ""}) {
+        Show<frmMain>();
+        end.empty() ? robot::DesktopCloses("frmMain") : robot::Click("frmMain", end);
+        EXPECT_EQ(listener.Heard(), Strings{"quit.wav"});
+        EXPECT_TRUE(robot::ShownWindows().empty());
+    }
 }
 
 }  // namespace

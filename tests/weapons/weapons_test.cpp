@@ -1,17 +1,53 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
 
+#include "frame/number_text.h"
 #include "platform/places.h"
 #include "platform/profile_fixture.h"
-#include "support/scripted_random.h"
+#include "support/seams.h"
 #include "weapons/weapon_sheet.h"
 
 namespace orvane {
 namespace {
+
+TEST(ScaleValue, KeepsItsOrder) {
+    // 82.5 or just below in any other order of the steps, and just above in this one.
+    EXPECT_EQ(RoundToLong(ScaleValue(110, 50, 125, 120)), 83);
+}
+
+// Without level files all percentages are 0.
+TEST(WeaponSheet, ShowsBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
+    WeaponTables tables;
+    WeaponRecord& base = tables.Weapons.emplace_back();
+    base.Name = "Stick";
+    base.AttackBonus = base.MaxDurability = 90;
+    base.Defence = base.ReqStr = -2;
+    base.ReqLev = 1;
+    base.DamageType = 2;
+    tables.BucLevels[0].ReqLev = 3;
+    const auto sheet = [&tables] {
+        const ScriptedRandom random({0, 0, 0, 0, 0.9999999F});
+        return BuildWeaponSheet(GenerateWeapon(tables));
+    };
+    EXPECT_EQ(sheet(),
+              "   Stick\r\nDamage: 0\r\nDamage Fatigue: 0\r\nAttack Bonus: \r\nCritical Chance: 0\r\n"
+              "Damage Type: Blunt\r\nSpeed: 0\r\nDefence Bonus: \r\nDurability: 0 of 0\r\nWeight: 0\r\n"
+              "0-Handed\r\nShop price: 0");
+    base.AttackBonus = base.Defence = 0;
+    base.MinDamage = 1;
+    tables.Qualities[0].MinDamage = tables.Metals[0].MinDamage = tables.BucLevels[0].MinDamage = 100;
+    tables.Metals[0].ReqLev = 1;
+    tables.BucLevels[0].ReqLev = -1;
+    EXPECT_EQ(sheet(),
+              "   Stick\r\nDamage: \r\nDamage Fatigue: 0\r\nCritical Chance: 0\r\nDamage Type: Blunt\r\n"
+              "Speed: 0\r\nDurability: 0 of 0\r\nWeight: 0\r\nRequired Level: 1\r\n0-Handed\r\n"
+              "Shop price: 0");
+    EXPECT_EQ(std::string(DamageTypeName(0)).append(DamageTypeName(1)), "PiercingSlashing");
+}
 
 // Files of the test's own in the program's folder.
 class WeaponFiles : public FolderTest {
@@ -63,32 +99,30 @@ TEST_F(WeaponFiles, ItemsAloneSayHowManyThereAre) {
     LoadWeapons(tables_);
     const auto& weapons = tables_.Weapons;
     ASSERT_EQ(weapons.size(), 1001U);
-    EXPECT_EQ(weapons[0].Speed, 12);
-    EXPECT_EQ(weapons[0].Weight, 0);
-    EXPECT_EQ(weapons[0].Hands, 2);
+    EXPECT_EQ((std::array{weapons[0].Speed, weapons[0].Weight, weapons[0].Hands}), (std::array{12, 0, 2}));
     std::string names;
     for (const std::size_t i : {0U, 1U, 2U, 41U, 999U, 1000U}) names += weapons[i].Name + ".";
     EXPECT_EQ(names, "First..Third.Padded.Long..");
 }
 
 TEST_F(WeaponFiles, TellsWhyThereAreNoWeapons) {
-    const auto expectReason = [&](const std::string& words) {
+    const auto reason = [&] {
         LoadWeapons(tables_);
-        EXPECT_TRUE(tables_.Weapons.empty());
-        const std::string reason = words + "\r\n" + (Folder / "weapon.ini").string();
-        EXPECT_TRUE(tables_.NoWeaponsReason.ends_with(reason)) << tables_.NoWeaponsReason;
+        EXPECT_EQ(tables_.Weapons.empty(), !tables_.NoWeaponsReason.empty());
+        return tables_.NoWeaponsReason;
     };
-    expectReason("is missing or cannot be read.");
-    for (const char* items : {"0", "-5", "0.5", "many", "", "100001", "1e300"}) {
+    const std::string behind = "\r\n" + (Folder / "weapon.ini").string();
+    EXPECT_TRUE(reason().ends_with("is missing or cannot be read." + behind));
+    for (const char* items : {"0.5", "-5", "many", "100001", "1e300"}) {
         Write("weapon.ini", std::string("[HEAD] items=") + items + " [WEAPON001] Name=Dagger");
-        expectReason(std::atof(items) < 1 ? "must be at least 1." : "must be at most 100000.");
+        EXPECT_TRUE(reason().ends_with((*items == '1' ? "at most 100000." : "at least 1.") + behind))
+            << items;
     }
     std::filesystem::resize_file(Folder / "weapon.ini", (std::uintmax_t{64} << 20) + 1);
-    expectReason("is too large: it must have at most 64 MiB.");
+    EXPECT_TRUE(reason().ends_with("is too large: it must have at most 64 MiB." + behind));
     Write("weapon.ini", "[HEAD] items=100000");
-    LoadWeapons(tables_);
+    EXPECT_EQ(reason(), "");
     EXPECT_EQ(tables_.Weapons.size(), 100000U);
-    EXPECT_EQ(tables_.NoWeaponsReason, "");
 }
 
 bool Outdoes(const WeaponRecord& a, const WeaponRecord& b) {
