@@ -4,6 +4,7 @@ assistive technology, and a user at its pointer, keyboard and clipboard."""
 import contextlib
 import ctypes
 import functools
+import itertools
 import os
 import pathlib
 import shutil
@@ -16,6 +17,8 @@ from unittest import mock
 PATIENCE = 20  # seconds until what should happen at once counts as not happening
 DENSITY = float(os.environ.get("QT_SCALE_FACTOR") or 1)  # pixels of the screen in one of the program's
 SCREEN = 1600, 1200
+# Display servers that look for a free number at the same time get into each other's way.
+NUMBERS = itertools.count(1000 + os.getpid() % 3000 * 16)
 MANAGERS = {
     "openbox": ("openbox", "--sm-disable"),
     # A file of the user's own keeps the question for one off the screen; Alt is the program's.
@@ -112,16 +115,14 @@ def screen(home, manager="openbox"):
     program that is started inside. Gives the server's process."""
     width, height = (round(side * DENSITY) for side in SCREEN)
     with open(home / "screen.log", "w") as log:
-        number, server = start_server(log, "Xvfb", "-displayfd", "{}", "-noreset", "-r", "-screen", "0",
-                                      f"{width}x{height}x24")
+        number, server = start_server(log, "Xvfb", f":{next(NUMBERS)}", "-displayfd", "{}", "-noreset", "-r",
+                                      "-screen", "0", f"{width}x{height}x24")
         with surroundings(DISPLAY=f":{number}"):
             if manager:
                 start(*MANAGERS[manager], stdout=log, stderr=log)
                 managed = lambda: "window id" in properties("root", "_NET_SUPPORTING_WM_CHECK")
                 wait_for("the window manager", managed)
             yield server
-            server.terminate()
-            server.wait(PATIENCE)  # or it would take the files of the next away
 
 
 @contextlib.contextmanager
