@@ -59,20 +59,6 @@ def start(*words, at_end=signal.SIGKILL, **options):
                             preexec_fn=lambda: prctl(PR_SET_PDEATHSIG, at_end))
 
 
-def start_server(log, *words):
-    """Starts a server that writes one line, where it can be reached, to the descriptor put for {}, and takes
-    its files away when it is asked to end. Gives the line and the process."""
-    reader, writer = os.pipe()
-    server = start(*(word.format(writer) for word in words), at_end=signal.SIGTERM, pass_fds=[writer],
-                   stdout=log, stderr=log)
-    os.close(writer)
-    with os.fdopen(reader) as answer:
-        address = answer.readline().strip()
-    if not address:
-        raise Failure(f"{words[0]} ended with {server.wait(PATIENCE)}: {pathlib.Path(log.name).read_text()}")
-    return address, server
-
-
 def end_children():
     """The orphans of a child become children, so nothing is left when there are none."""
     patience = time.monotonic() + 2
@@ -114,23 +100,25 @@ def screen(home, manager="openbox"):
     """A display server, whose keys do not repeat when the user is held up, and a window manager, for every
     program that is started inside. Gives the server's process."""
     width, height = (round(side * DENSITY) for side in SCREEN)
-    with open(home / "screen.log", "w") as log:
-        number, server = start_server(log, "Xvfb", f":{next(NUMBERS)}", "-displayfd", "{}", "-noreset", "-r",
-                                      "-screen", "0", f"{width}x{height}x24")
-        with surroundings(DISPLAY=f":{number}"):
-            if manager:
-                start(*MANAGERS[manager], stdout=log, stderr=log)
-                managed = lambda: "window id" in properties("root", "_NET_SUPPORTING_WM_CHECK")
-                wait_for("the window manager", managed)
-            yield server
+    number = f":{next(NUMBERS)}"
+    with open(home / "screen.log", "w") as log, surroundings(DISPLAY=number):
+        server = start("Xvfb", number, "-noreset", "-r", "-screen", "0", f"{width}x{height}x24",
+                       at_end=signal.SIGTERM, stdout=log, stderr=log)
+        wait_for("the display server", lambda: xdotool("getdisplaygeometry"))
+        if manager:
+            start(*MANAGERS[manager], stdout=log, stderr=log)
+            wait_for("the window manager",
+                     lambda: "window id" in properties("root", "_NET_SUPPORTING_WM_CHECK"))
+        yield server
 
 
 @contextlib.contextmanager
 def desktop(manager="openbox"):
     """The whole desktop. Gives the user's home."""
     with new_home() as home, open(home / "bus.log", "w") as log:
-        bus, _ = start_server(log, "dbus-daemon", "--session", "--nofork", "--print-address={}",
-                              f"--address=unix:path={home}/bus")
+        bus = f"unix:path={home}/bus"
+        start("dbus-daemon", "--session", "--nofork", f"--address={bus}", stdout=log, stderr=log)
+        wait_for("the message bus", (home / "bus").exists)
         with surroundings(DBUS_SESSION_BUS_ADDRESS=bus), screen(home, manager):
             yield home
 

@@ -4,17 +4,23 @@ and leaves two pictures of each window: as it opens, and used."""
 import itertools
 import pathlib
 import re
+import warnings
 
-from accessibility import find, go_round, hear
+from gi.repository import GLib
+
 from desktop import (Failure, active_window, clipboard, desktop, enter, expect, press, properties, wait_for,
                      xdotool)
-from session import EDITOR, LAUNCHER, TOOLS, Session, overlap
+from session import EDITOR, LAUNCHER, TOOLS, Atspi, Session, overlap
 
 ALIGNMENTS = "Lawfull Good|Good|Chaotic Good|Lawfull|True Neutral|Chaotic|Lawfull Evil|Evil|Chaotic Evil"
 QUESTION = "Question and ansvers"
 EDITED = "Who goes there?"
 WAYS = {"x": lambda window: window.button("x").click(), "alt+F4": lambda _: press("alt+F4"),
         "minimised": lambda window: xdotool("windowminimize", window.number)}
+USED = {"button", "check box", "text", "combo box"}
+TOUCH = 1  # pixels that neighbours may share
+
+warnings.simplefilter("ignore", DeprecationWarning)  # newer names of what older systems have too
 
 
 def tell(name, text):
@@ -60,6 +66,44 @@ def edit(session, folder):
     tell(EDITOR.name, f"the first question is now {EDITED!r}")
 
 
+def hear(name, act):
+    """What is done makes the program tell by itself that something is now called by that name."""
+    heard = set()
+    listener = Atspi.EventListener.new(lambda event: heard.add(event.source.get_name()))
+    listener.register("object:property-change:accessible-name")
+    act()
+    wait_for(f"the news of {name!r}", lambda: (GLib.MainContext.default().iteration(False), name in heard)[1])
+
+
+def find(window):
+    """Everything in the window has a name, lies in it, and has nothing over it."""
+    controls = window.controls()
+    left, top, width, height = window.place
+    for control in controls:
+        spoken = control.name + control.description
+        if control.role not in ("label", "status bar") and not re.search(r"\w\w", spoken):
+            raise Failure(f"{window.name}: nobody knows what the {control.role} {control.name!r} is")
+        x, y, right, down = control.place
+        if min(x - left, y - top, left + width - x - right, top + height - y - down) < -TOUCH:
+            raise Failure(f"{window.name}: {control.name!r} at {control.place} is not in {window.place}")
+    for one, other in itertools.combinations(controls, 2):
+        if overlap(one.place, other.place) > TOUCH and {one.role, other.role} & USED:
+            raise Failure(f"{window.name}: {one.name!r} and {other.name!r} lie over each other")
+
+
+def go_round(window):
+    """Tab goes from the first control that takes the focus to each, and returns; Shift+Tab goes back."""
+    takers = [c.name for c in window.controls() if c.name != QUESTION and
+              (c.told("FOCUSABLE") or c.role in ("text", "combo box", "check box"))]
+    if len(takers) < 2:
+        return
+    expect(f"the focus of {window.name}", lambda: window.focus, takers[:1])
+    for keys, there in ("Tab", [*takers[1:], takers[0]]), ("shift+Tab", takers[::-1]):
+        for taker in there:
+            press(keys)
+            expect(f"the focus after {keys} in {window.name}", lambda: window.focus, [taker])
+
+
 def look(window, file, framed=False):
     """What every window is as it opens: in front, of its kind to the window manager, and readable."""
     expect(f"the active window at {window.name}", active_window, str(window.number))
@@ -98,12 +142,6 @@ def visit(session, button, folder):
     come_back(session, window, button)
 
 
-def drag(window):
-    left, title = window.bounds[0], window.label("Orvane Utilities")
-    title.hover("mousedown", 1, *50 * ["mousemove_relative", 3, 1, "sleep", 0.01], "mouseup", 1)
-    wait_for(f"{window.name} to follow the pointer", lambda: window.bounds[0] > left)
-
-
 def walk(path, folder=None, manager="openbox"):
     """every tool opened, read, used, closed, brought back; a question edited; pictures in a folder"""
     with desktop(manager) as home:
@@ -115,7 +153,6 @@ def walk(path, folder=None, manager="openbox"):
         hear("Will quit program", session.launcher.button("Exit").hover)
         for button in TOOLS:
             visit(session, button, pictures)
-        drag(session.launcher)
         session.open("Alingments").press("Editor")
         look(session.window(EDITOR), pictures / f"{EDITOR.name}.png", framed=True)
         edit(session, pictures)
