@@ -9,7 +9,7 @@
 #        wine.sh --end       ends all that runs in the prefix
 set -euo pipefail
 export WINEPREFIX=${ORVANE_WINE:-$(dirname "$(readlink -f "$0")")/../build/wine}${ORVANE_DPI:+-$ORVANE_DPI}
-export WINEDEBUG=${WINEDEBUG--all} WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+export WINEDEBUG=${WINEDEBUG--all} WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=;${WINEDLLOVERRIDES-}"
 wine=/usr/lib/wine/wine64
 server=/usr/lib/wine/wineserver64
 [[ -x $wine ]] || wine=/usr/lib/wine/wine

@@ -89,11 +89,11 @@ class Program:
         time.sleep(0.05)
         return took
 
-    def memory(self):
-        """Resident and proportional size in MiB."""
+    def memory(self, kinds):
+        """The sizes of these kinds in MiB."""
         rollup = pathlib.Path(f"/proc/{self.process.pid}/smaps_rollup").read_text().splitlines()[1:]
         sizes = dict(line.split(":") for line in rollup)
-        return [int(sizes[key].split()[0]) / 1024 for key in ("Rss", "Pss")]
+        return [int(sizes[key].split()[0]) / 1024 for key in kinds]
 
     def wake_ups(self):
         """How often the threads of the process have run and gone to sleep again so far."""
