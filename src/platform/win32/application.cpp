@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
-
 #include <cstdlib>
 
 #include "platform/win32/toolkit.h"
@@ -15,10 +13,7 @@ constexpr wchar_t kProgramTitle[] = L"Orvane Utilities";
 
 }  // namespace
 
-Application::Application(int&, char**) {
-    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES};
-    InitCommonControlsEx(&controls);
-}
+Application::Application(int&, char**) {}
 
 void Application::Run() {
     MSG message;

@@ -1,6 +1,5 @@
 #include <windows.h>
 
-#include <commctrl.h>
 #include <oleacc.h>
 #include <uxtheme.h>
 
@@ -18,11 +17,13 @@ constexpr int kMostVisible = 20;
 // Sent later to the list itself, when the system is through with a choice.
 constexpr UINT kChosen = WM_APP + 2;
 
-LRESULT CALLBACK OpenListProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                   DWORD_PTR owner) {
+WNDPROC openListBefore = nullptr;  // the same for all
+
+LRESULT CALLBACK OpenListProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_MOUSEMOVE) PointerHasMoved();
-    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-    const Control::Native* list = Control::Native::Of(reinterpret_cast<HWND>(owner));
+    const LRESULT result = CallWindowProcW(openListBefore, window, message, wParam, lParam);
+    const Control::Native* list =
+        Control::Native::Of(reinterpret_cast<HWND>(GetWindowLongPtrW(window, GWLP_USERDATA)));
     if (message != WM_NCPAINT || list == nullptr || !list->Themed) return result;
     RECT whole;
     GetWindowRect(window, &whole);
@@ -50,7 +51,8 @@ struct ListNative : Control::Native {
         SendMessageW(Window, CB_SETMINVISIBLE, kMostVisible, 0);
         if (!IsThemed(form)) return;
         SetWindowTheme(Window, L"", L"");
-        SetWindowSubclass(OpenWindow(Window), OpenListProcedure, 0, reinterpret_cast<DWORD_PTR>(Window));
+        SetWindowLongPtrW(OpenWindow(Window), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(Window));
+        openListBefore = Subclassed(OpenWindow(Window), OpenListProcedure);
     }
 
     static bool IsThemed(const Form& form) { return form.Toolkit().Frame == FormFrame::None; }

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
 #include <windowsx.h>
 
 #include <algorithm>
@@ -22,9 +21,16 @@ constexpr wchar_t kDrawnClass[] = L"OrvaneControl";
 // Sent later to a control: a press by assistive technology, which does not wait for what comes of it.
 constexpr UINT kPressLater = WM_APP + 1;
 
-LRESULT CALLBACK ControlProcedure(HWND, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                  DWORD_PTR control) {
-    return reinterpret_cast<Control::Native*>(control)->Message(message, wParam, lParam);
+LRESULT CALLBACK ControlProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* control = reinterpret_cast<Control::Native*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return control->Message(message, wParam, lParam);
+}
+
+// The library of the system's controls costs a start as much as the rest of the program does, and the
+// launcher has none of them.
+void LoadSystemControls() {
+    static const HMODULE library = LoadLibraryExW(L"comctl32.dll", nullptr, 0);
+    static_cast<void>(library);
 }
 
 // A memory canvas to measure texts on.
@@ -62,6 +68,11 @@ int PixelsOfFixed() {
 }
 
 }  // namespace
+
+WNDPROC Subclassed(HWND window, WNDPROC procedure) {
+    return reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
+}
 
 std::wstring ToWide(std::string_view text) {
     const int size = static_cast<int>(text.size());
@@ -236,20 +247,21 @@ Control::Native::Native(Form& form, std::string_view name, const Rect& place, co
                           .hIconSm = nullptr};
         return RegisterClassExW(&drawn);
     }();
+    if (windowClass != nullptr) LoadSystemControls();
     Window = CreateWindowExW(extendedStyle, windowClass == nullptr ? MAKEINTATOM(drawnClass) : windowClass,
                              nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, Place.left, Place.top,
                              WidthOf(Place), HeightOf(Place), Parent->Window, nullptr,
                              GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(Window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    SetWindowSubclass(Window, ControlProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+    before_ = Subclassed(Window, ControlProcedure);
     for (const Native* earlier : Parent->Controls) earlier->LeaveTo(*this);
     Order = Parent->Enrol(*this);
 }
 
 Control::Native::~Native() {
     Parent->Forget(*this);
+    Subclassed(Window, before_);
     SetWindowLongPtrW(Window, GWLP_USERDATA, 0);
-    RemoveWindowSubclass(Window, ControlProcedure, 0);
     ShowWindow(Window, SW_HIDE);
     PostMessageW(Parent->Window, kDestroyLater, 0, reinterpret_cast<LPARAM>(Window));
 }
@@ -260,7 +272,7 @@ Control::Native* Control::Native::Of(HWND window) {
 }
 
 LRESULT Control::Native::Default(UINT message, WPARAM wParam, LPARAM lParam) const {
-    return DefSubclassProc(Window, message, wParam, lParam);
+    return CallWindowProcW(before_, Window, message, wParam, lParam);
 }
 
 LRESULT Control::Native::Message(UINT message, WPARAM wParam, LPARAM lParam) {

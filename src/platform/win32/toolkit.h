@@ -19,6 +19,9 @@ std::wstring ToWide(std::string_view text);
 std::string FromWide(std::wstring_view text);
 std::wstring TextOf(HWND window);
 
+// Hands the messages of a window to a procedure; gives the one that had them.
+WNDPROC Subclassed(HWND window, WNDPROC procedure);
+
 COLORREF ToColorRef(Color color);
 
 // The screen's pixels to one of the layout, as the system has them for all screens.
@@ -147,6 +150,7 @@ struct Control::Native {
     void LeaveTo(const Native& later) const;
     void DrawAllHere();
 
+    WNDPROC before_ = nullptr;  // the window's own
     Pointer pointer_;
     UINT pressed_ = 0;  // the message that began a press
 };
