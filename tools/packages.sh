@@ -14,7 +14,7 @@ declare -A PACKAGES=(
     [sounds]="csound"
     [windows]="cmake fonts-liberation fonts-wine g++-mingw-w64-x86-64-posix imagemagick ninja-build wine64 xauth
         xvfb"
-    [windows-test]="googletest"
+    [windows-test]="googletest x11-utils"
     [windows-package]="zip"
     [test]="libgtest-dev strace weston x11-xserver-utils xfce4-settings xwayland"
 )

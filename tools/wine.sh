@@ -21,11 +21,27 @@ prepare() {
     xvfb-run -a "$wine" wineboot --init
     # Debian's Wine does not find its own fonts by itself: there would be no "MS Sans Serif" or "Fixedsys".
     cp /usr/share/wine/fonts/*.fon /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
-    # A program that crashed ends, and nobody is asked.
-    xvfb-run -a "$wine" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
-    # No window manager: windows stand where the program puts them, at once.
-    xvfb-run -a "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
-    xvfb-run -a "$wine" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "${ORVANE_DPI:-96}" /f
+    # A program that crashed ends, and nobody is asked. Without a window manager windows stand where the program
+    # puts them, at once. The tests have a desktop in one window: between windows, the display server would tell
+    # late which has the focus, and that would end what was begun meanwhile.
+    local dpi=${ORVANE_DPI:-96}
+    local side=$((800 * dpi / 96))
+    xvfb-run -a "$wine" regedit /S - <<EOF
+REGEDIT4
+
+[HKEY_CURRENT_USER\Software\Wine\WineDbg]
+"ShowCrashDialog"=dword:0
+[HKEY_CURRENT_USER\Software\Wine\X11 Driver]
+"Managed"="N"
+[HKEY_CURRENT_USER\Software\Wine\Explorer\Desktops]
+"Tests"="${side}x$side"
+[HKEY_CURRENT_USER\Software\Wine\AppDefaults\window_tests.exe\Explorer]
+"Desktop"="Tests"
+[HKEY_CURRENT_USER\Software\Wine\AppDefaults\monkey.exe\Explorer]
+"Desktop"="Tests"
+[HKEY_CURRENT_USER\Control Panel\Desktop]
+"LogPixels"=dword:$(printf %x "$dpi")
+EOF
     "$server" --wait
     touch "$WINEPREFIX/ready"
 }
@@ -38,7 +54,8 @@ case $1 in
         prepare
         ;;
     --on-screen)
-        xvfb-run -a -s "-screen 0 $2x24" "${@:3}" || code=$?
+        # Who is asked for a window has the pointer, and nothing moves it but the robot.
+        xvfb-run -a -s "-screen 0 $2x24" bash -c 'xwininfo >/dev/null 2>&1 & "$@"' - "${@:3}" || code=$?
         "$server" --kill || true
         exit "${code-0}"
         ;;
