@@ -46,8 +46,9 @@ struct Line {
 Line LineAt(std::string_view text, std::size_t begin) {
     std::size_t stop = begin;
     while (stop < text.size() && !IsLineBreak(text[stop])) ++stop;
-    const std::size_t length = text.substr(stop).starts_with("\r\n") ? 2 : stop < text.size() ? 1 : 0;
-    return {begin, text.substr(begin, stop - begin), stop + length};
+    std::size_t end = std::min(stop + 1, text.size());
+    if (text.substr(stop).starts_with("\r\n")) ++end;
+    return {begin, text.substr(begin, stop - begin), end};
 }
 
 std::string_view FirstLine(std::string_view text) { return LineAt(text, 0).Text; }
@@ -160,7 +161,7 @@ ProfileText::Index ProfileText::IndexOf(std::string_view text, Next next) {
     for (auto line = next(text, 0); line; line = next(text, line->End)) {
         index.push_back(Named(Folded(line->Name), line->Begin));
     }
-    std::sort(index.begin(), index.end());
+    std::ranges::sort(index);
     return index;
 }
 
@@ -169,10 +170,10 @@ template <class Next>
 auto ProfileText::FindIn(const Index& index, std::string_view text, Next next, const std::string& folded) {
     const NamedLine wanted = Named(folded, 0);
     auto found = decltype(next(text, 0)){};
-    for (auto entry = std::lower_bound(index.begin(), index.end(), wanted);
+    for (auto entry = std::ranges::lower_bound(index, wanted);
          entry != index.end() && entry->Hash == wanted.Hash; ++entry) {
         found = next(text, entry->Begin);
-        if (Folded(found->Name) == folded) return found;
+        if (found && Folded(found->Name) == folded) return found;
     }
     return decltype(found){};
 }

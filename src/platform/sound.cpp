@@ -22,7 +22,7 @@ SoundRequests& StartedPlayer() {
         try {
             std::thread(ServeSounds, std::ref(*made)).detach();
         } catch (const std::system_error&) {
-            // The desktop grants no further thread: nobody will hear what is asked for.
+            return *made;  // the desktop grants no further thread: nobody will hear what is asked for
         }
         return *made;
     }();

@@ -75,7 +75,8 @@ class Question {
             XDeleteProperty(Server(), window_, selection_);
             std::optional<XEvent> event;
             do {
-                if (!(event = Wait(PropertyNotify))) return {};
+                event = Wait(PropertyNotify);
+                if (!event) return {};
             } while (event->xproperty.state != PropertyNewValue);
             had = bytes.size();
             ReadPiece(bytes, most - had);
@@ -135,16 +136,15 @@ void WatchDrops() {
 
 QString PastedText(const QMimeData& source, qsizetype most) {
     const QClipboard& clipboard = *QGuiApplication::clipboard();
-    const auto from = [&](QClipboard::Mode mode) { return clipboard.mimeData(mode) == &source; };
-    // Only data of a type of its own has to ask another program for what it holds.
-    const bool here = !OnX11() || typeid(source) == typeid(QMimeData);
-    const QByteArray text = here                          ? source.text().toUtf8()
-                            : from(QClipboard::Clipboard) ? Answer(Question("CLIPBOARD"), most)
-                            : from(QClipboard::Selection)
-                                ? Answer(Question("PRIMARY"), most)
-                                : Answer(Question("XdndSelection", DropWatch::Dropped), most);
+    const auto asked = [&] {
+        // Only data of a type of its own has to ask another program for what it holds.
+        if (!OnX11() || typeid(source) == typeid(QMimeData)) return source.text().toUtf8();
+        if (clipboard.mimeData(QClipboard::Clipboard) == &source) return Answer(Question("CLIPBOARD"), most);
+        if (clipboard.mimeData(QClipboard::Selection) == &source) return Answer(Question("PRIMARY"), most);
+        return Answer(Question("XdndSelection", DropWatch::Dropped), most);
+    };
     // A part of a character at the end waits in the decoder for the rest.
-    return QStringDecoder(QStringDecoder::Utf8).decode(text.left(most));
+    return QStringDecoder(QStringDecoder::Utf8).decode(asked().left(most));
 }
 
 bool ClipboardManagerAnswers() {

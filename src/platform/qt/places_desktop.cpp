@@ -65,7 +65,7 @@ std::filesystem::path PathOfName(std::string_view name, const Places& places) {
     }
     // Nothing lies above the top of a drive.
     std::string fromTop = "/" + std::string(name);
-    std::replace(fromTop.begin(), fromTop.end(), '\\', '/');
+    std::ranges::replace(fromTop, '\\', '/');
     const auto way = PathOfUtf8(fromTop).lexically_normal().relative_path();
     return way.has_filename() ? folder / way : std::filesystem::path();
 }
