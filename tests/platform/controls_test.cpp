@@ -78,6 +78,7 @@ TEST_F(Controls, ATextIsEnteredAndToldAsItStands) {
     Label label(form, "label", {0, 0, 100, 20}, {});
     TextBox line(form, "line", {0, 20, 100, 20}, {.TabStop = false});
     TextBox area(form, "area", {0, 40, 100, 60}, {.MultiLine = true});
+    TextBox small(form, "small", {0, 100, 100, 20}, {.MaxLength = 3});
     label.SetCaption("&1.) Rest & be &thankful");
     EXPECT_EQ(robot::Text("Test", "label"), "1.) Rest & be &thankful");
     line.Change = Note("line");
@@ -115,6 +116,11 @@ TEST_F(Controls, ATextIsEnteredAndToldAsItStands) {
         robot::Paste("Test", huge);
         EXPECT_TRUE(box->Text().size() > 4000 && box->Text().size() < 2 << 20) << box->Text().size();
     }
+    small.SetText("12");
+    robot::Click("Test", "small");
+    robot::Key("Test", "End");
+    robot::Paste("Test", "345");
+    EXPECT_EQ(small.Text(), "123");
 }
 
 TEST_F(Controls, AListTellsItsOpeningKeysAndChoices) {

@@ -35,6 +35,15 @@ TEST_F(ProfileFileTest, LeavesEqualBytesAlone) {
     EXPECT_EQ(std::filesystem::last_write_time(File), before);
 }
 
+TEST_F(ProfileFileTest, TakesAwayWhatAKilledSaveHasLeftAndNothingElse) {
+    const Path left = Folder / ".orvane-save-0000000000000000ffffffffffffffff";
+    const Path mine = Folder / ".orvane-save-0000000000000000ffffffffffff0000";
+    for (const Path& file : {left, mine}) Put(file, "kept");
+    EXPECT_TRUE(ReplaceProfileFile(File, "1"));
+    EXPECT_FALSE(std::filesystem::exists(left));
+    EXPECT_TRUE(std::filesystem::exists(mine));
+}
+
 TEST_F(ProfileFileTest, ThoseWhoSaveAtOnceEachSaveAWholeFile) {
     constexpr int kSaves = 100;
     Put(File, std::string(5000, 'a'));

@@ -5,7 +5,6 @@
 #include <chrono>
 #include <thread>
 
-#include "platform/places.h"
 #include "platform/profile_fixture.h"
 
 namespace platform {
@@ -40,19 +39,6 @@ TEST_F(ProfileFileTest, WaitsAMomentForOneWhoHoldsTheFile) {
         }
     }
     EXPECT_EQ(CountIn(Folder), 1);
-}
-
-TEST_F(ProfileFileTest, KnowsNoLongestPath) {
-    const Path name = Path(std::string(100, 'a')) / std::string(100, 'b') / std::string(100, 'c') / "x.ini";
-    SetPlaces({Folder, Folder});
-    EXPECT_TRUE(ReplaceProfileFile(Folder / name, "old"));
-    EXPECT_TRUE(ReplaceProfileFile(Folder / name, "new"));
-    EXPECT_EQ(ReadProfileFile(Folder / name).Bytes, "new");
-    SetPlaces();
-    for (Path at = name; !at.empty(); at = at.parent_path()) {
-        const std::wstring plain = LR"(\\?\)" + (Folder / at).native();
-        EXPECT_TRUE(at == name ? DeleteFileW(plain.c_str()) : RemoveDirectoryW(plain.c_str()));
-    }
 }
 
 }  // namespace
