@@ -104,7 +104,7 @@ TEST_F(Controls, ATextIsEnteredAndToldAsItStands) {
     robot::Key("Test", "Ctrl+C");
     EXPECT_EQ(robot::Clipboard(), area.Text());
     std::string huge;
-    while (huge.size() < 3 << 20) huge += "line of words\n";
+    while (huge.size() < 3 << 20) huge += "Each of these lines is as long as one of a question.\n";
     for (const auto& [name, box] : {std::pair{"line", &line}, {"area", &area}}) {
         // An undo does not go back behind a text that was set.
         robot::Click("Test", name);
