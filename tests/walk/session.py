@@ -121,7 +121,6 @@ class Window(Control):
 
     title = property(lambda self: xdotool("getwindowname", self.number))
     texts = property(lambda self: [box.text for box in self.all("text", "")])
-    status = property(lambda self: next(c.name for c in self.controls() if c.role == "status bar"))
     focus = property(lambda self: [control.name for control in self.controls() if control.focused])
 
     @property
@@ -204,14 +203,12 @@ class Session:
         """The tool's window, once it has come. The display server and assistive technology know a window by
         different names, but at one place, give or take its frame."""
         def find():
-            numbers = self.window_numbers()
             for control in self.accessible_windows():
-                if not any(c.name == tool.mark for c in control.controls()):
-                    continue
-                for number in reversed(numbers):
+                for number in reversed(self.window_numbers()):
                     window = Window(control.accessible, number)
-                    if window.title == tool.title and window.bounds[2:] == window.place[2:] and \
-                            all(abs(a - b) < FRAME for a, b in zip(window.bounds[:2], window.place[:2])):
+                    apart = [abs(a - b) for a, b in zip(window.bounds, window.place)]
+                    if window.title == tool.title and apart[2:] == [0, 0] and max(apart) < FRAME and \
+                            window.has(tool.mark):
                         return window
             return None
 
