@@ -86,7 +86,6 @@ step "installed with what it needs" install --no-install-recommends
 step "used from another folder" use
 purge >/dev/null
 step "installed as a user does" install
-step "used again" use
 own=$work/user/home/player/.local/share/orvane/questions.ini
 mkdir -p "${own%/*}"
 echo mine >"$own"

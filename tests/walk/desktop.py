@@ -142,8 +142,7 @@ def press(*keys):
 def enter(text):
     """Types the text in place of what the box with the focus holds."""
     press("ctrl+a", "BackSpace")
-    if text:
-        xdotool("type", "--delay", 5, "--", text)
+    xdotool("type", "--delay", 5, "--", text)
 
 
 def clipboard(selection="clipboard"):

@@ -32,8 +32,8 @@ class Eyes:
 
 
 class Seen(Window):
-    """A window, or a control in it. What a control is and where, it was when its window was looked at; its text
-    is looked at anew, as is all of a window."""
+    """A window, or a control in it. What a control is and where, it was when its window was looked at; its
+    text is looked at anew, as is all of a window."""
 
     def __init__(self, eyes, fields, number=None):
         self.eyes, self.fields, self.number = eyes, fields, number
