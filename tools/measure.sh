@@ -15,10 +15,14 @@ if [[ ${1-} == --windows ]]; then
         tools/measure/bare_window_win32.cpp -o build/measure/bare_window.exe
     quietly tools/wine.sh --prepare
     # No sound device here either: Wine's own way to one is a third of the memory.
-    export WINEDLLOVERRIDES="winealsa.drv,winepulse.drv,wineoss.drv="
-    exec tools/wine.sh --on-screen 1280x1024 /usr/bin/python3 -B tools/measure/figures.py \
+    export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe,winealsa.drv,winepulse.drv,wineoss.drv="
+    export WINEPREFIX=${ORVANE_WINE:-$PWD/build/wine} WINEDEBUG=-all
+    code=0
+    xvfb-run -a -s "-screen 0 1280x1024x24" /usr/bin/python3 -B tools/measure/figures.py \
         build/windows/program/orvane-utilities.exe build/measure/bare_window.exe \
-        "$(ls /usr/lib/wine/wine64 /usr/lib/wine/wine 2>/dev/null | head -1)" "${2-15}"
+        "$(ls /usr/lib/wine/wine64 /usr/lib/wine/wine 2>/dev/null | head -1)" "${2-15}" || code=$?
+    tools/wine.sh --end
+    exit "$code"
 fi
 
 need build start measure
