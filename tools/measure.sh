@@ -18,7 +18,7 @@ if [[ ${1-} == --windows ]]; then
     export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe,winealsa.drv,winepulse.drv,wineoss.drv="
     export WINEPREFIX=${ORVANE_WINE:-$PWD/build/wine} WINEDEBUG=-all
     code=0
-    xvfb-run -a -s "-screen 0 1280x1024x24" /usr/bin/python3 -B tools/measure/figures.py \
+    xvfb-run -a -s "-screen 0 1280x1024x24 -noreset" /usr/bin/python3 -B tools/measure/figures.py \
         build/windows/program/orvane-utilities.exe build/measure/bare_window.exe \
         "$(ls /usr/lib/wine/wine64 /usr/lib/wine/wine 2>/dev/null | head -1)" "${2-15}" || code=$?
     tools/wine.sh --end
