@@ -9,6 +9,7 @@ struct LabelNative : Control::Native {
     LabelNative(Form& form, std::string_view name, const Rect& place, const Label::Style& style);
 
     void Draw(HDC canvas, const RECT& area) override;
+    bool Transparent() const override { return Style.Transparent; }
     void FontChanged() override;
     const ParsedCaption* Caption() const override { return &Parsed; }
     void AccessKey() override { Parent->FocusBehind(*this); }

@@ -125,6 +125,7 @@ struct PictureNative : Control::Native {
         SelectObject(from, before);
         DeleteDC(from);
     }
+    bool Transparent() const override { return true; }
     Told Tell() const override { return TellPicture(*this, Native::Tell()); }
 
     const std::string File;

@@ -416,7 +416,8 @@ void Control::Native::LeaveTo(const Native& later) const {
     SetWindowRgn(Window, left, FALSE);  // which now is the system's
 }
 
-// Through what is transparent in a window its neighbours below are seen.
+// What lies above is drawn in windows of its own, and what lies below is only seen through what is
+// transparent.
 void Control::Native::DrawAllHere() {
     const Drawing drawing(Window);
     const HDC canvas = drawing.Canvas();
@@ -426,7 +427,8 @@ void Control::Native::DrawAllHere() {
     for (Native* control : Parent->Controls) {
         const RECT& place = control->Place;
         RECT common;
-        if (!IntersectRect(&common, &Place, &place)) continue;
+        const bool seen = control == this || (Transparent() && control->Order < Order);
+        if (!seen || !IntersectRect(&common, &Place, &place)) continue;
         Parent->DrawShapes(canvas, drawn, control->Order);
         drawn = control->Order;
         const int before = SaveDC(canvas);
@@ -440,9 +442,13 @@ void Control::Native::DrawAllHere() {
 
 void Control::Native::Draw(HDC canvas, const RECT& area) { Fill(canvas, area, Back()); }
 
-// With those of its neighbours that reach over it.
+// With those above it through which it is seen.
 void Control::Native::Invalidate() const {
-    RedrawWindow(Parent->Window, &Place, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+    for (const Native* control : Parent->Controls) {
+        RECT common;
+        if (control == this || (control->Transparent() && IntersectRect(&common, &Place, &control->Place)))
+            InvalidateRect(control->Window, nullptr, FALSE);
+    }
 }
 
 Control::Control(std::unique_ptr<Native> native) : native_(std::move(native)) { native_->Owner = this; }

@@ -109,6 +109,8 @@ struct Control::Native {
     virtual void DrawItem(const DRAWITEMSTRUCT& /*item*/) const {}
     // What the program draws of the control.
     virtual void Draw(HDC canvas, const RECT& area);
+    // Whether it shows what lies below.
+    virtual bool Transparent() const { return false; }
     virtual void FontChanged();
     virtual bool TakesFocus() const { return false; }
     virtual bool TabStop() const { return TakesFocus(); }
