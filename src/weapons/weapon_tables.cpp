@@ -13,8 +13,9 @@ namespace {
 
 template <class Record>
 struct KeyedNumber {
+    using Member = std::int32_t Record::*;
     std::string_view Key;
-    std::int32_t Record::*Number;
+    Member Number;
 };
 
 #define ORVANE_WEAPON_ROW(key) {#key, &WeaponRecord::key},
