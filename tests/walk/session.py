@@ -15,7 +15,7 @@ from desktop import (DENSITY, PATIENCE, SCREEN, Failure, active_window, expect, 
                      xdotool)
 
 Atspi.set_timeout(PATIENCE * 1000, PATIENCE * 1000)
-FRAME = 50  # pixels that a window manager may put round a window
+FRAME = 64  # pixels that a window manager, with its shadows, may put round a window
 FEWEST_COLOURS = 100  # in the picture of a window that is painted
 
 
