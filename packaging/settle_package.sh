@@ -1,7 +1,7 @@
 #!/bin/bash
 # Packs a package of CPack's anew, with the permissions, owners, times and order that it has wherever and by
-# whomever it is made. A Debian package also loses its scripts: CPack takes the sound module for a library of the
-# system and has the linker's cache renewed.
+# whomever it is made. A Debian package also loses its scripts: CPack takes the sound module for a library of
+# the system and has the linker's cache renewed.
 #
 # usage: settle_package.sh FILE.deb|FILE.tar.gz
 set -euo pipefail

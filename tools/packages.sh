@@ -12,8 +12,8 @@ declare -A PACKAGES=(
     [desktops]="i3-wm mutter xfce4-settings xfwm4"
     [looks]="fonts-freefont-ttf locales qt6ct"
     [sounds]="csound"
-    [windows]="cmake fonts-liberation fonts-wine g++-mingw-w64-x86-64-posix imagemagick ninja-build wine64 xauth
-        xvfb"
+    [windows]="cmake fonts-liberation fonts-wine g++-mingw-w64-x86-64-posix imagemagick ninja-build wine64
+        xauth xvfb"
     [windows-test]="googletest x11-utils"
     [windows-package]="zip"
     [test]="libgtest-dev strace weston x11-xserver-utils xfce4-settings xwayland"

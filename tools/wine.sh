@@ -21,9 +21,9 @@ prepare() {
     xvfb-run -a "$wine" wineboot --init
     # Debian's Wine does not find its own fonts by itself: there would be no "MS Sans Serif" or "Fixedsys".
     cp /usr/share/wine/fonts/*.fon /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
-    # A program that crashed ends, and nobody is asked. Without a window manager windows stand where the program
-    # puts them, at once. The tests have a desktop in one window: between windows, the display server would tell
-    # late which has the focus, and that would end what was begun meanwhile.
+    # A program that crashed ends, and nobody is asked. Without a window manager windows stand where the
+    # program puts them, at once. The tests have a desktop in one window: between windows, the display server
+    # would tell late which has the focus, and that would end what was begun meanwhile.
     local dpi=${ORVANE_DPI:-96}
     local side=$((800 * dpi / 96))
     xvfb-run -a "$wine" regedit /S - <<EOF

@@ -40,7 +40,8 @@ check looks "looks" \
     "texts stay whole at densities 1 to 3, in other fonts and sizes; other languages change nothing" \
     tests/long/looks.sh
 check monkey "" "200,000 random events break none of what must always hold, and nothing grows" \
-    "timeout 3600 env EVENTS=200000 LSAN_OPTIONS=suppressions=tests/support/leaks.supp build/sanitize/tests/monkey"
+    "timeout 3600 env EVENTS=200000 LSAN_OPTIONS=suppressions=tests/support/leaks.supp
+        build/sanitize/tests/monkey"
 check figures "measure" "start, memory, answers and wake-ups keep within their budgets" tools/measure.sh
 
 for name; do

@@ -16,11 +16,11 @@ sha256sum --check "$scratch/sums"
 
 dpkg-deb --info "$package"
 dpkg-deb --extract "$package" "$scratch/tree"
-# The binaries keep the note of their compiler, which may find no call that it could fortify, and an odd spelling
-# is the program's own. Its judge leaves files behind.
+# The binaries keep the note of their compiler, which may find no call that it could fortify, and an odd
+# spelling is the program's own. The judge leaves files behind.
 ours=binary-has-unneeded-section,hardening-no-fortify-functions,spelling-error-in-binary
-TMPDIR=$scratch lintian --allow-root --profile debian --display-info --fail-on error,warning,info --suppress-tags "$ours" \
-    "$package"
+TMPDIR=$scratch lintian --allow-root --profile debian --display-info --fail-on error,warning,info \
+    --suppress-tags "$ours" "$package"
 desktop-file-validate "$scratch"/tree/usr/share/applications/*.desktop
 appstreamcli validate --no-net --pedantic "$scratch"/tree/usr/share/metainfo/*.xml
 version=$(dpkg-deb --field "$package" Version)

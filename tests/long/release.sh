@@ -1,7 +1,7 @@
 #!/bin/bash
 # Makes a minimal Debian of a release and does in it, from a clean clone, what the README tells: ./run and
-# ./test. Makes and judges the package there, installs it in a second one, starts it as an ordinary user and takes
-# it away again. Tells how long each took. Needs root, the network, and 8 GB under /var/tmp.
+# ./test. Makes and judges the package there, installs it in a second one, starts it as an ordinary user and
+# takes it away again. Tells how long each took. Needs root, the network, and 8 GB under /var/tmp.
 # usage: release.sh RELEASE      (bookworm, trixie)
 set -euo pipefail
 release=$1 work=${2-}

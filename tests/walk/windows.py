@@ -99,8 +99,9 @@ def windows(program, folder=None):
         pictures = pathlib.Path(folder or home / "pictures").absolute()
         pictures.mkdir(parents=True, exist_ok=True)
         questions = lambda: pathlib.Path(prefix).glob("drive_c/users/*/AppData/Roaming/Orvane/questions.ini")
-        for left in questions():
-            left.unlink()
+        mine = {file: file.read_bytes() for file in questions()}
+        for file in mine:
+            file.unlink()
         session = WineSession(program, home)
         session.launcher.photograph(pictures / "frmMain.png")
         for button, tool in TOOLS.items():
@@ -118,6 +119,8 @@ def windows(program, folder=None):
                 wait_for(f"{button} to go by {way}", lambda: not window.showing)
         walk.edit(session, pictures)
         wait_for("the saved question", lambda: any(walk.EDITED in file.read_text() for file in questions()))
+        for file, content in mine.items():
+            file.write_bytes(content)
         session.launcher.press("Exit")
         print("Exit", "ended with", session.process.wait(PATIENCE))
         output(WINE.parent / "wine.sh", "--end")

@@ -48,10 +48,10 @@ struct PushNative : ButtonNative {
     PushNative(Form& form, std::string_view name, const Rect& place, std::string_view caption)
         : ButtonNative(form, name, place, caption, BS_PUSHBUTTON) {}
 
-    // Return, which only the system's own dialogs see to.
+    // Return, which only the system's own dialogs see to; held down it is one press.
     LRESULT Message(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message != WM_KEYDOWN || wParam != VK_RETURN) return Native::Message(message, wParam, lParam);
-        Press();
+        if ((HIWORD(lParam) & KF_REPEAT) == 0) Press();
         return 0;
     }
 };

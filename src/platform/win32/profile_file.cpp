@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cinttypes>
 #include <cstddef>
 #include <cstdint>
 #include <cwchar>
 #include <initializer_list>
+#include <memory>
 #include <random>
 #include <utility>
 #include <vector>
@@ -101,11 +103,11 @@ std::vector<std::byte> RightsOf(const std::wstring& name) {
 // A file that is to replace another one in its folder. It is gone again unless it has taken that one's place.
 class NewFile {
  public:
-    explicit NewFile(const Path& folder)
+    NewFile(const Path& folder, DWORD attributes)
         : name_(Plain(folder /
                       NewFileName(std::uint64_t{GetCurrentProcessId()} << 32 | std::random_device()()))),
-          file_(CreateFileW(name_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_HIDDEN,
-                            nullptr)),
+          file_(CreateFileW(name_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                            FILE_ATTRIBUTE_HIDDEN | (attributes & FILE_ATTRIBUTE_ENCRYPTED), nullptr)),
           made_(file_.IsOpen()) {}
     ~NewFile() {
         file_.Close();
@@ -197,6 +199,17 @@ Opened Open(const Path& file) {
     return opened;
 }
 
+// Whether the rights of a file that is there let it be written and go. The new file gets the same, and what
+// may not go would stay behind after a save that fails.
+bool MayReplace(const std::wstring& name) {
+    return Patiently({ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION}, [&] {
+        return File(CreateFileW(name.c_str(), GENERIC_WRITE | DELETE,
+                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr))
+            .IsOpen();
+    });
+}
+
 // With those above it. The library's own way does not take every path that the system takes.
 void MakeFolder(const Path& folder) {
     const std::wstring name = Plain(folder);
@@ -207,18 +220,21 @@ void MakeFolder(const Path& folder) {
     CreateDirectoryW(name.c_str(), nullptr);
 }
 
-bool Replace(const Path& file, bool ofUser, std::string_view bytes) {
+// Given up or done is decided once: what hung so long that nobody waits for it must not come over a later
+// save.
+bool Replace(const Path& file, bool ofUser, std::string_view bytes, std::atomic<bool>& decided) {
     const Opened old = Open(file);
     const bool exists = old.State == ProfileState::Readable;
     if (!exists && old.State != ProfileState::Missing) return false;
     if (exists && old.Bytes == bytes) return true;
-    if (exists && (old.Attributes & FILE_ATTRIBUTE_READONLY) != 0) return false;
+    if (exists && ((old.Attributes & FILE_ATTRIBUTE_READONLY) != 0 || !MayReplace(old.Name))) return false;
 
     if (!exists && ofUser) MakeFolder(file.parent_path());
     const Path folder = Path(old.Name).parent_path();
     RemoveLeftOvers(folder);
-    NewFile made(folder);
+    NewFile made(folder, old.Attributes);
     if (!made.IsOpen() || (exists && !made.TakeRights(old.Name)) || !made.Write(bytes)) return false;
+    if (decided.exchange(true)) return false;
     return made.Become(old.Name, exists ? old.Attributes : FILE_ATTRIBUTE_NORMAL);
 }
 
@@ -229,16 +245,19 @@ constexpr DWORD kLongest = 3000;  // in milliseconds
 
 ProfileFile ReadProfileFile(const Path& file) {
     auto opened = Within(kLongest, [file] { return Open(file); });
-    if (!opened) return {ProfileState::Unusable};
+    if (!opened) return {ProfileState::Untold};
     return {opened->State, std::move(opened->Bytes)};
 }
 
 bool ReplaceProfileFile(const Path& file, std::string_view bytes) {
     if (file.filename().empty() || bytes.size() > kMaxProfileBytes) return false;
     const bool ofUser = !PathInUserData(file, CurrentPlaces()).empty();
-    return Within(kLongest,
-                  [file, ofUser, bytes = std::string(bytes)] { return Replace(file, ofUser, bytes); })
-        .value_or(false);
+    const auto decided = std::make_shared<std::atomic<bool>>(false);
+    const auto replaced = Within(kLongest, [file, ofUser, bytes = std::string(bytes), decided] {
+        return Replace(file, ofUser, bytes, *decided);
+    });
+    decided->store(true);
+    return replaced.value_or(false);
 }
 
 }  // namespace platform

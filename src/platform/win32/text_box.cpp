@@ -28,9 +28,8 @@ DWORD WindowStyle(const TextBox::Style& style) {
 }
 
 // The most that a paste makes of a text, in the system's characters. The system takes a time to lay a text
-// out that grows with the square of a line's length, and where it is wrapped, faster still with that of a
-// word.
-constexpr std::size_t kMostInLine = 8 << 10, kMostInLines = 128 << 10, kMostInWord = 1 << 10;
+// out that grows with the square of a line's length.
+constexpr std::size_t kMostInLine = 8 << 10, kMostInLines = 128 << 10;
 constexpr std::size_t kMostWork = 16 << 20;  // that many characters, each as often as stand before it
 
 // Where a text ends that can be laid out in a moment, put into a line of so many characters.
@@ -387,6 +386,7 @@ void TextBoxNative::DeleteWord() const {
             from -= 2;
         }
     }
+    if (from == to) return;
     SendMessageW(Window, EM_SETSEL, static_cast<WPARAM>(from), to);
     SendMessageW(Window, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L""));
 }
