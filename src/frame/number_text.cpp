@@ -1,7 +1,6 @@
 #include "frame/number_text.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -89,22 +88,23 @@ std::string NumberText(double Value) {
     if (std::isnan(Value)) return "0";
     const double magnitude = std::min(std::abs(Value), std::numeric_limits<double>::max());
 
-    // In scientific form the exponent tells how many decimals make 15 digits.
-    constexpr int kDecimals = 14;
-    const auto put = [magnitude](std::chars_format form, int decimals) {
-        std::array<char, 400> text{};
-        char* const end =
-            std::to_chars(text.data(), text.data() + text.size(), magnitude, form, decimals).ptr;
-        return std::string(text.data(), end);
+    constexpr int kDigits = 15;
+    const auto put = [magnitude](std::chars_format form, int digits) {
+        std::string text(static_cast<std::size_t>(digits) + 20, '\0');  // with a point and an exponent
+        char* const end = std::to_chars(text.data(), text.data() + text.size(), magnitude, form, digits).ptr;
+        text.resize(static_cast<std::size_t>(end - text.data()));
+        return text;
     };
-    std::string text = put(std::chars_format::scientific, kDecimals);
-    const std::size_t mark = text.find('e');
-    int exponent = 0;
-    std::from_chars(text.data() + text.find_first_not_of("e+", mark), text.data() + text.size(), exponent);
-    if (exponent > kDecimals) {
-        text.erase(mark).erase(1, 1).resize(static_cast<std::size_t>(exponent) + 1, '0');
-    } else {
-        text = put(std::chars_format::fixed, kDecimals - exponent);
+    std::string text = put(std::chars_format::general, kDigits);
+    if (const std::size_t mark = text.find('e'); mark != std::string::npos) {
+        int exponent = 0;
+        std::from_chars(text.data() + text.find_first_not_of("e+", mark), text.data() + text.size(),
+                        exponent);
+        if (exponent > 0) {
+            text.erase(mark).erase(1, 1).resize(static_cast<std::size_t>(exponent) + 1, '0');
+        } else {
+            text = put(std::chars_format::fixed, kDigits - 1 - exponent);
+        }
     }
     if (const std::size_t point = text.find('.'); point != std::string::npos) {
         text.erase(text.find_last_not_of('0') + 1);
