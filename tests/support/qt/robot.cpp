@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <QStyleOptionComboBox>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
 #include <QWheelEvent>
 #include <QWindow>
@@ -328,7 +329,13 @@ void WhenToolkitWarns(void (*tell)(const std::string& warning)) {
 }
 
 bool Live(const std::function<bool()>& step) {
-    QTimer idle;
+    // A timer does not come again while it waits for its own step, as in the menu of a scroll bar.
+    QTimer idle, waiting;
+    waiting.callOnTimeout([] {
+        QWidget* popup = QApplication::activePopupWidget();
+        if (popup != nullptr && QThread::currentThread()->loopLevel() > 1) popup->close();
+    });
+    waiting.start(0);
     idle.callOnTimeout([&] {
         if (!step()) QCoreApplication::exit(1);
     });
