@@ -44,6 +44,7 @@ def screens(path):
         dice.move(1300, 900)
         dice.press("x")
         output("xrandr", "--delmonitor", "right")
+        time.sleep(1)  # the program hears of it by itself, and nobody is as quick as this
         open_in_middle("Dice Roller", LEFT, (100, 500))
 
 
