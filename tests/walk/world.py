@@ -7,6 +7,7 @@ import signal
 import socket
 import subprocess
 import sys
+import time
 
 from desktop import (clipboard, desktop, expect, new_home, output, press, screen, start, surroundings,
                      wait_for, xdotool)
