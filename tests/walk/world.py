@@ -7,7 +7,6 @@ import signal
 import socket
 import subprocess
 import sys
-import time
 
 from desktop import (clipboard, desktop, expect, new_home, output, press, screen, start, surroundings,
                      wait_for, xdotool)
@@ -44,8 +43,8 @@ def screens(path):
         dice = open_in_middle("Dice Roller", LEFT, (100, 500))
         dice.move(1300, 900)
         dice.press("x")
+        wait_for("the window to go", lambda: dice.number not in session.window_numbers())
         output("xrandr", "--delmonitor", "right")
-        time.sleep(1)  # the program hears of it by itself, and nobody is as quick as this
         open_in_middle("Dice Roller", LEFT, (100, 500))
 
 
