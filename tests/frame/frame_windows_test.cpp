@@ -31,25 +31,26 @@ TEST_F(Chrome, MovesByTwipsForPixels) {
         robot::Press(kForm, grip, button);
         EXPECT_NE(InCorner("lblTitle"), kTitleColors.Back);
         robot::PressByAssistant(kForm, "Cmnd(1)");
-        // Far outside the label the pointer still drags; a move to the grab point does nothing.
-        robot::Move(kForm, {grip.X + 30, grip.Y});
+        // Far outside the label the pointer still drags; a move to the grab point does nothing. In steps of
+        // four, which are whole on a screen of any density.
+        robot::Move(kForm, {grip.X + 32, grip.Y});
         robot::Move(kForm, {grip.X, grip.Y + 200});
         robot::Move(kForm, grip);
-        for (int i = 1; i <= 9; ++i) robot::Move(kForm, {grip.X + i, grip.Y});
+        for (const int way : {4, 8, 12, 8, 12}) robot::Move(kForm, {grip.X + way, grip.Y});
         EXPECT_EQ(robot::Text(kForm, "Status"), "Result");
         robot::Release(kForm, grip, button);
-        robot::Move(kForm, {grip.X + 30, grip.Y});
-        EXPECT_EQ(window.Left(), 3075);
+        robot::Move(kForm, {grip.X + 32, grip.Y});
+        EXPECT_FLOAT_EQ(window.Left(), 3076);
         EXPECT_EQ(robot::Bounds(kForm).Left, 205);
         EXPECT_EQ(window.Top(), 3200);
         EXPECT_EQ(InCorner("lblTitle"), kTitleColors.Back);
         EXPECT_EQ(robot::Text(kForm, "Status"), "Drag and move to move window");
     }
     robot::DesktopTellsLate(kForm, 202, 200);
-    EXPECT_EQ(window.Left(), 3075);
-    robot::DesktopMoves(kForm, 70, 50);
-    EXPECT_EQ(window.Left(), 70 * 15);
-    EXPECT_EQ(window.Top(), 50 * 15);
+    EXPECT_FLOAT_EQ(window.Left(), 3076);
+    robot::DesktopMoves(kForm, 80, 52);
+    EXPECT_EQ(window.Left(), 80 * 15);
+    EXPECT_EQ(window.Top(), 52 * 15);
 }
 
 TEST_F(Chrome, RollsUpAndDownAndClosesAsTheDesktopAsks) {

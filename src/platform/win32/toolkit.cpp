@@ -166,7 +166,7 @@ void Fill(HDC canvas, const RECT& rect, COLORREF color) {
 }
 
 void DrawOutline(HDC canvas, const RECT& rect, COLORREF color, int outside) {
-    const int line = std::max(1, static_cast<int>(Density()));
+    const int line = Scaled(1);
     const int out = line * outside;
     RECT outer = rect;
     InflateRect(&outer, out, out);

@@ -374,8 +374,7 @@ std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect&
     std::vector<platform::Color> colors;
     for (int y = 0; y < part.Height; ++y) {
         for (int x = 0; x < part.Width; ++x) {
-            const int row = platform::Scaled(y + 0.5) - platform::Scaled(0.5);
-            const int column = platform::Scaled(x + 0.5) - platform::Scaled(0.5);
+            const int row = platform::Scaled(y), column = platform::Scaled(x);
             const RGBQUAD& pixel = static_cast<const RGBQUAD*>(pixels)[row * width + column];
             colors.push_back({pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue});
         }

@@ -13,7 +13,7 @@ set(DESKTOP_CORE_TESTS
 set(DISPLAY_CHECKS)
 set(SOURCE_ROOT Z:)  # where Wine has the root folder
 
-set(DENSE ORVANE_DPI=192)
+set(DENSE ORVANE_DPI=120 ORVANE_DPI=144 ORVANE_DPI=192)
 set(DENSE_SCREEN ${CMAKE_CROSSCOMPILING_EMULATOR} --on-screen 1600x1600 ${CMAKE_CROSSCOMPILING_EMULATOR})
 
 # Each start in Wine takes longer than most tests.
