@@ -13,10 +13,6 @@
 
 #include "support/window_test.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
-#endif
-
 namespace {
 
 using namespace orvane;
@@ -161,20 +157,10 @@ void CheckState() {
     editorFocus = focus;
 }
 
-std::size_t HeldBytes() {
-#if defined(__SANITIZE_ADDRESS__)
-    return __sanitizer_get_current_allocated_bytes();
-#else
-    return 0;
-#endif
-}
-
 class Monkey : public WindowTest {};
 
 TEST_F(Monkey, BreaksNothing) {
-    // In bytes, once every window is closed. Some of the toolkit's caches fill late, but once.
-    constexpr std::size_t kMostGrowth = 5'000'000;
-    std::size_t early = 0, late = 0;
+    std::size_t early = 0, late = 0;  // once every window is closed
     const auto step = [] {
         if (++number > kEvents) return false;
         try {
@@ -197,12 +183,12 @@ TEST_F(Monkey, BreaksNothing) {
         EXPECT_TRUE(!ended || ShownForms().empty());
         Each([]<class Form>() { platform::UnloadForm<Form>(); });
         robot::Live([] { return false; });  // until they are gone
-        if (number == kEvents / 4) early = HeldBytes();
-        if (number == kEvents / 4 * 3) late = HeldBytes();
+        if (number == kEvents / 4) early = robot::HeldResources();
+        if (number == kEvents / 4 * 3) late = robot::HeldResources();
     }
-    std::cout << "after a quarter and three quarters of the events: " << early << " and " << late
-              << " bytes\n";
-    EXPECT_LE(late, early + kMostGrowth);
+    std::cout << "held after a quarter and three quarters of the events: " << early << " and " << late
+              << "\n";
+    EXPECT_LE(late, early + robot::kLateCaches);
 }
 
 }  // namespace

@@ -102,6 +102,11 @@ int MessagesSeen();
 // Hands on what the toolkit complains about.
 void WhenToolkitWarns(void (*tell)(const std::string& warning));
 
+// How much the program holds of what a leak would take, in bytes of memory or in objects of the system, and
+// the most that caches add which fill late.
+std::size_t HeldResources();
+extern const std::size_t kLateCaches;
+
 // Runs the program's event loop and takes the step whenever it is idle, until that gives false. Gives whether
 // the program ended first. A menu that waits for an answer in the middle of a step is closed.
 bool Live(const std::function<bool()>& step);

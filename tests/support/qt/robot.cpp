@@ -23,6 +23,10 @@
 
 #include "platform/qt/label.h"
 
+#if defined(__SANITIZE_ADDRESS__)
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
+#endif
+
 namespace robot {
 namespace {
 
@@ -326,6 +330,16 @@ void WhenToolkitWarns(void (*tell)(const std::string& warning)) {
             !text.startsWith("This plugin does not support"))
             listener(text.toStdString());
     });
+}
+
+const std::size_t kLateCaches = 5'000'000;
+
+std::size_t HeldResources() {
+#if defined(__SANITIZE_ADDRESS__)
+    return __sanitizer_get_current_allocated_bytes();
+#else
+    return 0;
+#endif
 }
 
 bool Live(const std::function<bool()>& step) {
