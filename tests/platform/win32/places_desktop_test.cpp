@@ -1,6 +1,9 @@
 #include "platform/places.h"
 
 #include <gtest/gtest.h>
+#include <windows.h>
+
+#include "platform/application.h"
 
 namespace platform {
 namespace {
@@ -38,6 +41,16 @@ TEST(Win32Desktop, NamesOfAllKindsLeadToOnePlace) {
         EXPECT_EQ(ShippedFile(outside, places), "") << outside;
     EXPECT_TRUE(DesktopPlaces().UserData.is_absolute());
     EXPECT_TRUE(std::filesystem::exists(DesktopPlaces().Program / "core_tests.exe"));
+}
+
+TEST(Win32Desktop, WhatIsCopiedTakesThePlaceOfAllThatWas) {
+    const UINT picture = RegisterClipboardFormatW(L"Picture");
+    OpenClipboard(nullptr);
+    SetClipboardData(picture, GlobalAlloc(GMEM_MOVEABLE, 1));
+    CloseClipboard();
+    EXPECT_TRUE(IsClipboardFormatAvailable(picture));
+    SetClipboardText("text");
+    EXPECT_FALSE(IsClipboardFormatAvailable(picture));
 }
 
 }  // namespace
