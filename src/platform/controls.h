@@ -128,7 +128,7 @@ class CheckBox : public Control {
     bool Checked() const;
 };
 
-// The desktop's own push button.
+// The desktop's own push button, which Return presses as well as Space.
 class PushButton : public Control {
  public:
     PushButton(Form& form, std::string_view name, const Rect& place, std::string_view caption);

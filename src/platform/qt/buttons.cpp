@@ -44,6 +44,7 @@ PushButton::PushButton(Form& form, std::string_view name, const Rect& place, std
     : Control(std::make_unique<Native>(form, name, place, new QPushButton(form.Toolkit().Widget),
                                        Native::Pointer::Toolkit)) {
     auto& button = static_cast<QPushButton&>(*Toolkit().Widget);
+    button.setAutoDefault(true);  // Return is for it, which not every desktop gives to a button
     TakeCaption(button, Toolkit(), caption);
     QObject::connect(&button, &QPushButton::clicked, &Toolkit(), [this] {
         if (Click) Click();
