@@ -363,7 +363,7 @@ void TextBoxNative::Paste() {
         const std::wstring_view line = before;
         const auto begin = line.substr(0, static_cast<std::size_t>(from)).rfind(L'\n') + 1;
         const auto end = std::min(line.find(L'\r', static_cast<std::size_t>(to)), line.size());
-        text.resize(EndOfWork(text, end - begin));
+        text.resize(EndOfWork(text, end - begin - static_cast<std::size_t>(to - from)));
     }
     // Not half of a character or line break.
     if (!text.empty() && (IS_HIGH_SURROGATE(text.back()) || text.back() == L'\r')) text.pop_back();
