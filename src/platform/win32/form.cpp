@@ -98,7 +98,6 @@ Form::Native* Form::Native::Of(HWND window) {
 
 int Form::Native::Enrol(Control::Native& control) {
     Controls.push_back(&control);
-    SetWindowPos(control.Window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     return ++lastOrder_;
 }
 
@@ -234,6 +233,7 @@ void Form::Native::ShowAgain() {
         // The screen that it stood on may have gone meanwhile.
         if (shownBefore_ && MonitorFromWindow(Window, MONITOR_DEFAULTTONULL) == nullptr) Centre();
         if (!shownBefore_ && !placed_) MoveToFreePlace();
+        for (const Control::Native* control : Controls) control->LeaveToLater();
         if (Focused == nullptr) {
             const auto first = std::ranges::find_if(Controls, std::mem_fn(&Control::Native::TabStop));
             if (first != Controls.end()) Focused = *first;

@@ -47,10 +47,7 @@ RECT LabelNative::Room() const {
 bool LabelNative::Fits(HFONT font) const {
     const RECT room = Room();
     RECT taken{0, 0, WidthOf(room), 0};
-    const HDC canvas = CreateCompatibleDC(nullptr);
-    SelectObject(canvas, font);
-    DrawTextW(canvas, Parsed.Marked().c_str(), -1, &taken, DrawingFormat(Style) | DT_CALCRECT);
-    DeleteDC(canvas);
+    DrawTextW(MeasuringIn(font), Parsed.Marked().c_str(), -1, &taken, DrawingFormat(Style) | DT_CALCRECT);
     return WidthOf(taken) <= WidthOf(room) && (!Style.Wrapped || HeightOf(taken) <= HeightOf(room));
 }
 

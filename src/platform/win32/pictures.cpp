@@ -17,26 +17,6 @@
 namespace platform {
 namespace {
 
-// A bitmap of 32 bits a pixel, from the top, and its pixels.
-struct Bitmap {
-    HBITMAP Handle = nullptr;
-    std::uint32_t* Pixels = nullptr;
-    int Width = 0;
-    int Height = 0;
-};
-
-Bitmap MakeBitmap(int width, int height) {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* pixels = nullptr;
-    const HBITMAP handle = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
-    return {handle, static_cast<std::uint32_t*>(pixels), width, height};
-}
-
 // A picture of the resources, all of its pixels with their transparency multiplied in.
 Bitmap FromResources(const std::wstring& name) {
     const auto source = static_cast<HBITMAP>(
@@ -44,12 +24,7 @@ Bitmap FromResources(const std::wstring& name) {
     DIBSECTION section{};
     GetObjectW(source, sizeof section, &section);
     const Bitmap bitmap = MakeBitmap(section.dsBm.bmWidth, section.dsBm.bmHeight);
-    BITMAPINFO wanted{};
-    wanted.bmiHeader.biSize = sizeof wanted.bmiHeader;
-    wanted.bmiHeader.biWidth = bitmap.Width;
-    wanted.bmiHeader.biHeight = -bitmap.Height;
-    wanted.bmiHeader.biPlanes = 1;
-    wanted.bmiHeader.biBitCount = 32;
+    BITMAPINFO wanted = InfoOf(bitmap.Width, bitmap.Height);
     const HDC canvas = CreateCompatibleDC(nullptr);
     GetDIBits(canvas, source, 0, static_cast<UINT>(bitmap.Height), bitmap.Pixels, &wanted, DIB_RGB_COLORS);
     DeleteDC(canvas);

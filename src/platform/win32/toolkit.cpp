@@ -23,6 +23,7 @@ constexpr UINT kPressLater = WM_APP + 1;
 
 LRESULT CALLBACK ControlProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* control = reinterpret_cast<Control::Native*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (control == nullptr) return DefWindowProcW(window, message, wParam, lParam);
     return control->Message(message, wParam, lParam);
 }
 
@@ -31,12 +32,6 @@ LRESULT CALLBACK ControlProcedure(HWND window, UINT message, WPARAM wParam, LPAR
 void LoadSystemControls() {
     static const HMODULE library = LoadLibraryExW(L"comctl32.dll", nullptr, 0);
     static_cast<void>(library);
-}
-
-// A memory canvas to measure texts on.
-HDC Measure() {
-    static const HDC canvas = CreateCompatibleDC(nullptr);
-    return canvas;
 }
 
 bool IsFixed(const Font& font) { return font.Family == "Fixedsys"; }
@@ -65,6 +60,17 @@ int PixelsOfFixed() {
         return size;
     }();
     return pixels;
+}
+
+// A canvas for one drawing after the other, at least so large.
+HDC CanvasOf(int width, int height) {
+    static const HDC canvas = CreateCompatibleDC(nullptr);
+    static Bitmap bitmap;
+    if (width > bitmap.Width || height > bitmap.Height) {
+        bitmap = MakeBitmap(std::max(width, bitmap.Width), std::max(height, bitmap.Height));
+        DeleteObject(SelectObject(canvas, bitmap.Handle));
+    }
+    return canvas;
 }
 
 }  // namespace
@@ -146,17 +152,21 @@ HFONT FontOf(const Font& font) {
     return kept = FontOf(font, PixelsOf(font), 100);
 }
 
+HDC MeasuringIn(HFONT font) {
+    static const HDC canvas = CreateCompatibleDC(nullptr);
+    SelectObject(canvas, font);
+    return canvas;
+}
+
 TEXTMETRICW MetricsOf(HFONT font) {
     TEXTMETRICW metrics{};
-    SelectObject(Measure(), font);
-    GetTextMetricsW(Measure(), &metrics);
+    GetTextMetricsW(MeasuringIn(font), &metrics);
     return metrics;
 }
 
 int WidthOf(HFONT font, std::wstring_view text) {
     SIZE size{};
-    SelectObject(Measure(), font);
-    GetTextExtentPoint32W(Measure(), text.data(), static_cast<int>(text.size()), &size);
+    GetTextExtentPoint32W(MeasuringIn(font), text.data(), static_cast<int>(text.size()), &size);
     return static_cast<int>(size.cx);
 }
 
@@ -170,6 +180,7 @@ void DrawOutline(HDC canvas, const RECT& rect, COLORREF color, int outside) {
     const int out = line * outside;
     RECT outer = rect;
     InflateRect(&outer, out, out);
+    if (!RectVisible(canvas, &outer)) return;
     const int width = std::min(line + out, WidthOf(outer));
     const int height = std::min(line + out, HeightOf(outer));
     Fill(canvas, {outer.left, outer.top, outer.right, outer.top + height}, color);
@@ -178,20 +189,35 @@ void DrawOutline(HDC canvas, const RECT& rect, COLORREF color, int outside) {
     Fill(canvas, {outer.right - width, outer.top, outer.right, outer.bottom}, color);
 }
 
+BITMAPINFO InfoOf(int width, int height) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    return info;
+}
+
+Bitmap MakeBitmap(int width, int height) {
+    const BITMAPINFO info = InfoOf(width, height);
+    void* pixels = nullptr;
+    const HBITMAP handle = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
+    return {handle, static_cast<std::uint32_t*>(pixels), width, height};
+}
+
 Drawing::Drawing(HWND window) : window_(window) {
-    const HDC screen = BeginPaint(window, &paint_);
+    BeginPaint(window, &paint_);
     GetClientRect(window, &area_);
-    canvas_ = CreateCompatibleDC(screen);
-    bitmap_ = CreateCompatibleBitmap(screen, std::max(1, WidthOf(area_)), std::max(1, HeightOf(area_)));
-    before_ = SelectObject(canvas_, bitmap_);
+    canvas_ = CanvasOf(WidthOf(area_), HeightOf(area_));
+    SaveDC(canvas_);
+    IntersectClipRect(canvas_, 0, 0, area_.right, area_.bottom);
     SetBkMode(canvas_, TRANSPARENT);
 }
 
 Drawing::~Drawing() {
+    RestoreDC(canvas_, -1);
     BitBlt(paint_.hdc, 0, 0, WidthOf(area_), HeightOf(area_), canvas_, 0, 0, SRCCOPY);
-    SelectObject(canvas_, before_);
-    DeleteObject(bitmap_);
-    DeleteDC(canvas_);
     EndPaint(window_, &paint_);
 }
 
@@ -235,7 +261,7 @@ Control::Native::Native(Form& form, std::string_view name, const Rect& place, co
     static const ATOM drawnClass = [] {
         WNDCLASSEXW drawn{.cbSize = sizeof drawn,
                           .style = CS_DBLCLKS,
-                          .lpfnWndProc = DefWindowProcW,
+                          .lpfnWndProc = ControlProcedure,
                           .cbClsExtra = 0,
                           .cbWndExtra = 0,
                           .hInstance = GetModuleHandleW(nullptr),
@@ -253,14 +279,13 @@ Control::Native::Native(Form& form, std::string_view name, const Rect& place, co
                              WidthOf(Place), HeightOf(Place), Parent->Window, nullptr,
                              GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(Window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    before_ = Subclassed(Window, ControlProcedure);
-    for (const Native* earlier : Parent->Controls) earlier->LeaveTo(*this);
+    if (windowClass != nullptr) before_ = Subclassed(Window, ControlProcedure);
     Order = Parent->Enrol(*this);
 }
 
 Control::Native::~Native() {
     Parent->Forget(*this);
-    Subclassed(Window, before_);
+    if (before_ != DefWindowProcW) Subclassed(Window, before_);
     SetWindowLongPtrW(Window, GWLP_USERDATA, 0);
     ShowWindow(Window, SW_HIDE);
     PostMessageW(Parent->Window, kDestroyLater, 0, reinterpret_cast<LPARAM>(Window));
@@ -405,15 +430,18 @@ COLORREF Control::Native::Ink() const { return Themed ? ToColorRef(Look.Text) : 
 
 // The order of the windows is that in which assistive technology walks through them, so the first lies on
 // top. To the eye and the pointer it is the other way round.
-void Control::Native::LeaveTo(const Native& later) const {
-    RECT common;
-    if (!IntersectRect(&common, &Place, &later.Place)) return;
-    OffsetRect(&common, -Place.left, -Place.top);
-    const HRGN left = CreateRectRgn(0, 0, 0, 0), taken = CreateRectRgnIndirect(&common);
-    if (GetWindowRgn(Window, left) == ERROR) SetRectRgn(left, 0, 0, WidthOf(Place), HeightOf(Place));
-    CombineRgn(left, left, taken, RGN_DIFF);
-    DeleteObject(taken);
-    SetWindowRgn(Window, left, FALSE);  // which now is the system's
+void Control::Native::LeaveToLater() const {
+    HRGN left = nullptr;
+    for (const Native* later : Parent->Controls) {
+        RECT common;
+        if (later->Order <= Order || !IntersectRect(&common, &Place, &later->Place)) continue;
+        OffsetRect(&common, -Place.left, -Place.top);
+        if (left == nullptr) left = CreateRectRgn(0, 0, WidthOf(Place), HeightOf(Place));
+        const HRGN taken = CreateRectRgnIndirect(&common);
+        CombineRgn(left, left, taken, RGN_DIFF);
+        DeleteObject(taken);
+    }
+    if (left != nullptr) SetWindowRgn(Window, left, FALSE);  // which now is the system's
 }
 
 // What lies above is drawn in windows of its own, and what lies below is only seen through what is
@@ -437,16 +465,17 @@ void Control::Native::DrawAllHere() {
         RestoreDC(canvas, before);
     }
     Parent->DrawShapes(canvas, drawn, INT_MAX);
-    SetViewportOrgEx(canvas, 0, 0, nullptr);
 }
 
 void Control::Native::Draw(HDC canvas, const RECT& area) { Fill(canvas, area, Back()); }
 
 // With those above it through which it is seen.
 void Control::Native::Invalidate() const {
+    if (!IsWindowVisible(Parent->Window)) return;
     for (const Native* control : Parent->Controls) {
         RECT common;
-        if (control == this || (control->Transparent() && IntersectRect(&common, &Place, &control->Place)))
+        if (control == this || (control->Order > Order && control->Transparent() &&
+                                IntersectRect(&common, &Place, &control->Place)))
             InvalidateRect(control->Window, nullptr, FALSE);
     }
 }

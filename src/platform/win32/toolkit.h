@@ -38,12 +38,24 @@ int HeightOf(const RECT& rect);
 HFONT FontOf(const Font& font);
 HFONT FontOf(const Font& font, int pixels, int percentOfWidth);
 int PixelsOf(const Font& font);
+// A canvas that nobody sees, to measure texts on.
+HDC MeasuringIn(HFONT font);
 TEXTMETRICW MetricsOf(HFONT font);
 int WidthOf(HFONT font, std::wstring_view text);
 
 void Fill(HDC canvas, const RECT& rect, COLORREF color);
 // The outline of a rectangle, a pixel wide inside its edge and so many outside.
 void DrawOutline(HDC canvas, const RECT& rect, COLORREF color, int outside = 0);
+
+// A bitmap of 32 bits a pixel, from the top, and its pixels.
+struct Bitmap {
+    HBITMAP Handle = nullptr;
+    std::uint32_t* Pixels = nullptr;
+    int Width = 0;
+    int Height = 0;
+};
+Bitmap MakeBitmap(int width, int height);
+BITMAPINFO InfoOf(int width, int height);
 
 // What is to be drawn on a window, put there at once at the end of the drawing.
 class Drawing {
@@ -61,8 +73,6 @@ class Drawing {
     PAINTSTRUCT paint_{};
     RECT area_{};
     HDC canvas_;
-    HBITMAP bitmap_;
-    HGDIOBJ before_;
 };
 
 // A caption without the mark of its access key.
@@ -127,6 +137,8 @@ struct Control::Native {
     void PressLater() const;
 
     void Invalidate() const;
+    // Leaves to the later controls what they cover.
+    void LeaveToLater() const;
     COLORREF Back() const;
     COLORREF Ink() const;
     COLORREF Line() const { return ToColorRef(Look.Line); }
@@ -149,10 +161,9 @@ struct Control::Native {
 
  private:
     LRESULT HandlePointer(UINT message, WPARAM wParam, LPARAM lParam);
-    void LeaveTo(const Native& later) const;
     void DrawAllHere();
 
-    WNDPROC before_ = nullptr;  // the window's own
+    WNDPROC before_ = DefWindowProcW;  // the window's own
     Pointer pointer_;
     UINT pressed_ = 0;  // the message that began a press
 };
