@@ -16,6 +16,9 @@ constexpr wchar_t kProgramTitle[] = L"Orvane Utilities";
 Application::Application(int&, char**) {}
 
 void Application::Run() {
+    for (const Form::Native* form : Form::Native::All())
+        RedrawWindow(form->Window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    SetEvent(LauncherDrawn());
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         TranslateMessage(&message);

@@ -11,6 +11,7 @@ target_sources(orvane_platform PRIVATE
   platform/win32/places_desktop.cpp
   platform/win32/profile_file.cpp
   platform/win32/sound.cpp
+  platform/win32/stack_guard.cpp
   platform/win32/text.cpp
   platform/win32/text_box.cpp
   platform/win32/theme_style.cpp

@@ -5,11 +5,13 @@
 #include <utility>
 
 #include "platform/sound_requests.h"
+#include "platform/win32/toolkit.h"
 
 namespace platform {
 
-// The sound library is slow to load, so it comes into the process here and not at the program's start.
+// The sound library is slow to load, so it comes into the process when the launcher has.
 void ServeSounds(SoundRequests& requests) {
+    WaitForSingleObject(LauncherDrawn(), INFINITE);
     const HMODULE library = LoadLibraryExW(L"winmm.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     if (library == nullptr) return;
     const auto play = reinterpret_cast<decltype(&PlaySoundW)>(

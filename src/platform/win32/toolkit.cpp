@@ -75,6 +75,11 @@ HDC CanvasOf(int width, int height) {
 
 }  // namespace
 
+HANDLE LauncherDrawn() {
+    static const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    return event;
+}
+
 WNDPROC Subclassed(HWND window, WNDPROC procedure) {
     return reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));

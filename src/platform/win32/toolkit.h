@@ -19,6 +19,9 @@ std::wstring ToWide(std::string_view text);
 std::string FromWide(std::wstring_view text);
 std::wstring TextOf(HWND window);
 
+// An event that comes when the first window is on the screen.
+HANDLE LauncherDrawn();
+
 // Hands the messages of a window to a procedure; gives the one that had them.
 WNDPROC Subclassed(HWND window, WNDPROC procedure);
 
