@@ -118,8 +118,9 @@ class NewFile {
 
     bool IsOpen() const { return made_; }
 
-    bool Write(std::string_view bytes) {
+    bool Write(std::string_view bytes, const FILETIME* created) {
         DWORD written = 0;
+        if (created != nullptr) SetFileTime(file_, created, nullptr, nullptr);
         const bool whole =
             WriteFile(file_, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != FALSE &&
             written == bytes.size() && FlushFileBuffers(file_) != FALSE;
@@ -156,6 +157,7 @@ struct Opened {
     ProfileState State = ProfileState::Missing;
     std::wstring Name{};  // behind all links
     DWORD Attributes = 0;
+    FILETIME Created{};
     std::string Bytes{};
 };
 
@@ -194,6 +196,7 @@ Opened Open(const Path& file) {
     if (ReadFile(source, bytes.data(), static_cast<DWORD>(bytes.size()), &length, nullptr) == FALSE)
         return opened;
     bytes.resize(length);
+    GetFileTime(source, &opened.Created, nullptr, nullptr);
     opened.Bytes = std::move(bytes);
     opened.State = ProfileState::Readable;
     return opened;
@@ -233,7 +236,9 @@ bool Replace(const Path& file, bool ofUser, std::string_view bytes, std::atomic<
     const Path folder = Path(old.Name).parent_path();
     RemoveLeftOvers(folder);
     NewFile made(folder, old.Attributes);
-    if (!made.IsOpen() || (exists && !made.TakeRights(old.Name)) || !made.Write(bytes)) return false;
+    if (!made.IsOpen() || (exists && !made.TakeRights(old.Name)) ||
+        !made.Write(bytes, exists ? &old.Created : nullptr))
+        return false;
     if (decided.exchange(true)) return false;
     return made.Become(old.Name, exists ? old.Attributes : FILE_ATTRIBUTE_NORMAL);
 }
