@@ -42,11 +42,8 @@ void EndProgram() {
 void SetClipboardText(std::string_view text) {
     const std::wstring wide = ToWide(text);
     const std::size_t size = (wide.size() + 1) * sizeof wide[0];
-    // Without a window of its own a program may not put anything there once it has emptied it.
-    const auto& forms = Form::Native::All();
-    const HWND owner = forms.empty() ? nullptr : forms.front()->Window;
     // Another program may just be looking.
-    for (int i = 0; OpenClipboard(owner) == FALSE; ++i) {
+    for (int i = 0; OpenClipboard(nullptr) == FALSE; ++i) {
         if (i == 20) return;
         Sleep(10);
     }
