@@ -2,8 +2,6 @@
 
 using namespace orvane;
 
-namespace {
-
 constexpr std::string_view kForm = "frmEditQuestions";
 
 class Editor : public WindowTest {
@@ -22,7 +20,7 @@ class Editor : public WindowTest {
         return BytesOf(File);
     }
 
-    const Path File = Folder / "user" / "questions.ini";
+    const Path File = User / "questions.ini";
 };
 
 TEST_F(Editor, StoresTextsAtOnceAndCodesWhenTheFocusGoes) {
@@ -97,5 +95,3 @@ TEST_F(Editor, ShowsNoCountForAFileThatIsMissingAndForgetsWhatWasNotSaved) {
     robot::Click("frmAling", "Command1");
     EXPECT_EQ(Text("lblNumber") + Text("txtQuestion"), "1/1");
 }
-
-}  // namespace

@@ -1,20 +1,13 @@
 #include "alignment/modIni.h"
 #include "alignment/question_edit.h"
-#include "platform/places.h"
 #include "platform/profile_fixture.h"
 
-namespace orvane {
-namespace {
+using namespace orvane;
 
 constexpr std::string_view kName = "a.ini";
 
 class ProfileFiles : public FolderTest {
  protected:
-    ProfileFiles() { platform::SetPlaces({User, Shipped, Folder}); }
-    ~ProfileFiles() override { platform::SetPlaces(); }
-
-    const Path User = Folder / "data" / "orvane";
-    const Path Shipped = Folder / "program";
     const Path File = User / kName;
 };
 
@@ -31,17 +24,17 @@ TEST_F(ProfileFiles, WritesGoByThemselvesAndSayNothing) {
 }
 
 TEST_F(ProfileFiles, TheShippedFileStandsInUntilTheFirstWrite) {
-    Put(Shipped / kName, "[s]\nk=1\n");
+    Put(Program / kName, "[s]\nk=1\n");
     EXPECT_EQ(IniRead("s", "k", kName), "1");
     IniWrite("s", "k", "1", kName);
     EXPECT_EQ(BytesOf(File), "[s]\nk=1\n") << "the user's own from now on, equal or not";
     std::filesystem::remove(File);
     std::filesystem::create_directory(File);
     EXPECT_EQ(IniRead("s", "k", kName), "") << "the user has one, though none that can be read";
-    platform::SetPlaces({Folder / std::string(5000, 'x'), Shipped, Folder});
+    platform::SetPlaces({Folder / std::string(5000, 'x'), Program});
     EXPECT_EQ(IniRead("s", "k", kName), "1") << "nobody can tell whether the user has one";
     IniWrite("s", "k", "2", kName);
-    EXPECT_EQ(BytesOf(Shipped / kName), "[s]\nk=1\n");
+    EXPECT_EQ(BytesOf(Program / kName), "[s]\nk=1\n");
 }
 
 TEST_F(ProfileFiles, AnOpenFileIsOneStateAndSavesAllOrNothing) {
@@ -89,6 +82,3 @@ TEST_F(ProfileFiles, ReadsWhatTheCountReachesAndNoFurther) {
     AddQuestion(edit);
     EXPECT_EQ(edit.QuestionCount, 1);
 }
-
-}  // namespace
-}  // namespace orvane

@@ -13,8 +13,6 @@
 
 using namespace orvane;
 
-namespace {
-
 TEST(Scores, EachCodeMovesItsOwnScores) {
     const std::pair<std::vector<std::string_view>, AlignmentScores> cases[] = {
         {{"G", "E", "E", "L", "L", "L", "C", "C", "C", "C"}, {1, 2, 3, 4}},
@@ -55,10 +53,10 @@ TEST(Scores, ThirdsOnEachAxisDecideOnTheName) {
         EXPECT_EQ(AlignmentName(scores), name) << scores.GoodCount << scores.LawCount;
 }
 
-std::array<float, 4> Of(const DisplaySpan& span) { return {span.X1, span.Y1, span.X2, span.Y2}; }
+static std::array<float, 4> Of(const DisplaySpan& span) { return {span.X1, span.Y1, span.X2, span.Y2}; }
 
 // The four bars by their moving ends: the y of Good and Evil, the x of Law and Chaos.
-void ExpectBars(const AlignmentScores& scores, float good, float evil, float law, float chaos) {
+static void ExpectBars(const AlignmentScores& scores, float good, float evil, float law, float chaos) {
     const std::array<float, 4> wanted[] = {
         {90, good, 110, 88}, {90, 111, 110, evil}, {law, 90, 88, 110}, {111, 90, chaos, 110}};
     for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(Of(AlignmentBars(scores)[i]), wanted[i]) << i;
@@ -136,5 +134,3 @@ TEST_F(Questionnaire, LeadsWhoeverAnswersInItsSpiritToEachAlignment) {
         EXPECT_EQ(AlignmentName(scores), names[i]);
     }
 }
-
-}  // namespace

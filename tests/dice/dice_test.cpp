@@ -10,14 +10,12 @@
 
 using namespace orvane;
 
-namespace {
-
 constexpr std::int32_t kHigh = std::numeric_limits<std::int32_t>::max();
 
 using Notation = std::array<std::int64_t, 3>;  // count, sides and bonus; zeros if there is none
 
 // The search as a countdown of the bonus, in the words of a table-top player: try the highest bonus first.
-Notation CountDown(std::int64_t from, std::int64_t to) {
+static Notation CountDown(std::int64_t from, std::int64_t to) {
     for (std::int64_t bonus = to - from + 1; to > from && bonus >= -100; --bonus) {
         const std::int64_t count = from - bonus;
         if (count == 0 || (to - bonus) % count != 0) continue;
@@ -69,5 +67,3 @@ TEST(Roll, CleansTextsDescribesItselfAndDrawsOnce) {
         EXPECT_EQ(draws.Count(), 1);
     }
 }
-
-}  // namespace

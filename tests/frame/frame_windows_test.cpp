@@ -3,8 +3,6 @@
 
 using namespace orvane;
 
-namespace {
-
 constexpr std::string_view kForm = "frmDice";
 
 class Chrome : public WindowTest {
@@ -99,5 +97,3 @@ TEST_F(WindowTest, TheLauncherOpensAToolOnceShowsItAsItWasLeftAndEndsWithAll) {
         EXPECT_TRUE(robot::ShownWindows().empty());
     }
 }
-
-}  // namespace

@@ -6,8 +6,6 @@
 #include "frame/theme.h"
 #include "support/window_test.h"
 
-namespace {
-
 class Look : public WindowTest {
  protected:
     Look() {
@@ -56,5 +54,3 @@ TEST_F(Look, TheThemeIsDrawn) {
     EXPECT_EQ(robot::PopupPixel(0, 30), orvane::kControlLine);
     EXPECT_EQ(robot::PopupPixel(100, 60), orvane::kControlColors.Back);
 }
-
-}  // namespace

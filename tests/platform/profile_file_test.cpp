@@ -6,8 +6,7 @@
 
 #include "platform/profile_fixture.h"
 
-namespace platform {
-namespace {
+using namespace platform;
 
 TEST_F(ProfileFileTest, LeavesAloneWhatIsNoProfileFile) {
     std::filesystem::create_directory(Folder / "folder");
@@ -65,6 +64,3 @@ TEST_F(ProfileFileTest, ThoseWhoSaveAtOnceEachSaveAWholeFile) {
     EXPECT_EQ(saved, 3 * kSaves);
     EXPECT_EQ(CountIn(Folder), 1);
 }
-
-}  // namespace
-}  // namespace platform

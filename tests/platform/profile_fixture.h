@@ -9,13 +9,21 @@
 #include <string>
 #include <string_view>
 
-// A test with a folder of its own, gone with the test.
+#include "platform/places.h"
+
+// A test with a folder of its own, in which everything lies, gone with the test.
 class FolderTest : public testing::Test {
  protected:
     using Path = std::filesystem::path;
 
-    FolderTest() { std::filesystem::create_directory(Folder); }
-    ~FolderTest() override { std::filesystem::remove_all(Folder); }
+    FolderTest() {
+        std::filesystem::create_directory(Folder);
+        platform::SetPlaces({User, Program});
+    }
+    ~FolderTest() override {
+        platform::SetPlaces();
+        std::filesystem::remove_all(Folder);
+    }
 
     static std::string BytesOf(const Path& file) {
         std::ifstream stream(file, std::ios::binary);
@@ -30,6 +38,7 @@ class FolderTest : public testing::Test {
     }
 
     const Path Folder = std::filesystem::temp_directory_path() / std::to_string(std::random_device()());
+    const Path User = Folder / "data" / "orvane", Program = Folder / "program";
 };
 
 class ProfileFileTest : public FolderTest {

@@ -5,8 +5,6 @@
 
 using namespace orvane;
 
-namespace {
-
 constexpr std::string_view kGenerator = "frmStatsGenerator";
 constexpr std::string_view kCounter = "frmStatsCounter";
 
@@ -90,5 +88,3 @@ TEST_F(StatWindows, StepsMoveOnePointEachUpToTheBounds) {
         ExpectCounterShowsModel();
     }
 }
-
-}  // namespace

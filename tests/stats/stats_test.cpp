@@ -11,8 +11,6 @@
 
 using namespace orvane;
 
-namespace {
-
 // Every sex, race and class once more, for the count to be held against: what it raises and what it lowers,
 // by the first two letters.
 constexpr struct Choice {
@@ -97,5 +95,3 @@ TEST(StatModel, DrawsInOrderAndRepeatsWhatIsRefused) {
     EXPECT_EQ(PoolText(0), "OK");
     EXPECT_EQ(PoolText(1), "+1 Still left");
 }
-
-}  // namespace

@@ -96,8 +96,6 @@ platform::Color Pixel(std::string_view form, int x, int y);
 void WhenMessageComes(std::function<void()> look);
 // The text of the box that is on the screen.
 std::string MessageText();
-// How many boxes came since WhenMessageComes.
-int MessagesSeen();
 
 // Hands on what the toolkit complains about.
 void WhenToolkitWarns(void (*tell)(const std::string& warning));

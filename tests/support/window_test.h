@@ -1,7 +1,6 @@
 #pragma once
 
 #include "alignment/frmEditQuestions.h"
-#include "platform/places.h"
 #include "platform/profile_fixture.h"
 #include "support/robot.h"
 #include "support/seams.h"
@@ -16,11 +15,9 @@ class WindowTest : public FolderTest {
         orvane::SoundEnabled = orvane::kTrue;
         orvane::frmMain::SetTools(orvane::kTools);
         platform::SetRandomSource({});
-        platform::SetPlaces({Folder / "user", Folder / "program"});
     }
     ~WindowTest() override {
         Each([]<class Form>() { platform::UnloadForm<Form>(); });
-        platform::SetPlaces();
         orvane::SoundEnabled = orvane::kFalse;
     }
 

@@ -6,7 +6,7 @@ constexpr std::string_view kForm = "frmWeapons";
 
 TEST_F(WindowTest, WeaponsAreMadeOnRequestFromTheFilesAsTheyWereAtTheLoad) {
     const auto result = [] { return robot::Text(kForm, "txtResult"); };
-    const Path weapons = Folder / "program" / "weapon.ini";
+    const Path weapons = Program / "weapon.ini";
     Show<frmWeapons>();
     for (int press = 0; press < 2; ++press) {
         EXPECT_TRUE(result().ends_with(weapons.string())) << result();
@@ -16,7 +16,7 @@ TEST_F(WindowTest, WeaponsAreMadeOnRequestFromTheFilesAsTheyWereAtTheLoad) {
     listener.Heard();
 
     Put(weapons, "[HEAD]\r\nitems=1\r\n[WEAPON001]\r\nName=Club\r\n");
-    Put(Folder / "program" / "metal.ini", "[LEVEL7]\r\nName=Tin\r\n");
+    Put(Program / "metal.ini", "[LEVEL7]\r\nName=Tin\r\n");
     Show<frmWeapons>();
     EXPECT_EQ(result(), "");
     std::filesystem::remove(weapons);

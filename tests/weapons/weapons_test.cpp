@@ -6,13 +6,11 @@
 #include <functional>
 
 #include "frame/number_text.h"
-#include "platform/places.h"
 #include "platform/profile_fixture.h"
 #include "support/seams.h"
 #include "weapons/weapon_sheet.h"
 
-namespace orvane {
-namespace {
+using namespace orvane;
 
 TEST(ScaleValue, KeepsItsOrder) {
     // 82.5 or just below in any other order of the steps, and just above in this one.
@@ -52,14 +50,11 @@ TEST(WeaponSheet, ShowsBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
 // Files of the test's own in the program's folder.
 class WeaponFiles : public FolderTest {
  protected:
-    WeaponFiles() { platform::SetPlaces({.UserData = Folder / "user", .Program = Folder}); }
-    ~WeaponFiles() override { platform::SetPlaces(); }
-
     // A file from its lines, written with blanks between them.
     void Write(const char* file, std::string_view text) {
         std::string lines;
         for (const char c : text) lines += c == ' ' ? "\r\n" : std::string(1, c);
-        Put(Folder / file, lines + "\r\n");
+        Put(Program / file, lines + "\r\n");
     }
     // A level whose percentages are 100 where the text gives none: of equal keys the first counts.
     void WriteLevel(const char* file, const std::string& text) {
@@ -111,21 +106,21 @@ TEST_F(WeaponFiles, TellsWhyThereAreNoWeapons) {
         EXPECT_EQ(tables_.Weapons.empty(), !tables_.NoWeaponsReason.empty());
         return tables_.NoWeaponsReason;
     };
-    const std::string behind = "\r\n" + (Folder / "weapon.ini").string();
+    const std::string behind = "\r\n" + (Program / "weapon.ini").string();
     EXPECT_TRUE(reason().ends_with("is missing or cannot be read." + behind));
     for (const char* items : {"0.5", "-5", "many", "100001", "1e300"}) {
         Write("weapon.ini", std::string("[HEAD] items=") + items + " [WEAPON001] Name=Dagger");
         EXPECT_TRUE(reason().ends_with((*items == '1' ? "at most 100000." : "at least 1.") + behind))
             << items;
     }
-    std::filesystem::resize_file(Folder / "weapon.ini", (std::uintmax_t{64} << 20) + 1);
+    std::filesystem::resize_file(Program / "weapon.ini", (std::uintmax_t{64} << 20) + 1);
     EXPECT_TRUE(reason().ends_with("is too large: it must have at most 64 MiB." + behind));
     Write("weapon.ini", "[HEAD] items=100000");
     EXPECT_EQ(reason(), "");
     EXPECT_EQ(tables_.Weapons.size(), 100000U);
 }
 
-bool Outdoes(const WeaponRecord& a, const WeaponRecord& b) {
+static bool Outdoes(const WeaponRecord& a, const WeaponRecord& b) {
     using W = WeaponRecord;
     const auto atLeast = [&](auto... keys) { return (... && (a.*keys >= b.*keys)); };
     const auto atMost = [&](auto... keys) { return (... && (a.*keys <= b.*keys)); };
@@ -191,6 +186,3 @@ TEST(ShippedWeapons, PlayWellInEveryCombination) {
     EXPECT_LT(factors[factors.size() * 9 / 10], 8);
     EXPECT_LE(factors.back(), 25);
 }
-
-}  // namespace
-}  // namespace orvane

@@ -8,8 +8,7 @@
 
 #include "platform/profile_fixture.h"
 
-namespace platform {
-namespace {
+using namespace platform;
 
 TEST_F(ProfileFileTest, LeavesPipesLoopsAndDevicesAlone) {
     ASSERT_EQ(mkfifo((Folder / "pipe").c_str(), 0600), 0);
@@ -82,6 +81,3 @@ TEST_F(ProfileFileTest, FollowsLinks) {
     EXPECT_TRUE(std::filesystem::is_symlink(Folder / "first"));
     EXPECT_EQ(BytesOf(File), "1");
 }
-
-}  // namespace
-}  // namespace platform

@@ -296,18 +296,14 @@ std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect&
     return colors;
 }
 
-static int messagesSeen = 0;
-
 void WhenMessageComes(std::function<void()> look) {
     static QTimer* watch;
-    messagesSeen = 0;
     delete watch;
     watch = new QTimer(qApp);
     watch->callOnTimeout([look = std::move(look)] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box == nullptr || !box->objectName().isEmpty()) return;
         box->setObjectName("seen");
-        ++messagesSeen;
         look();
         if (box->isVisible()) QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
     });
@@ -318,8 +314,6 @@ std::string MessageText() {
     const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     return box == nullptr ? std::string() : box->text().toStdString();
 }
-
-int MessagesSeen() { return messagesSeen; }
 
 void WhenToolkitWarns(void (*tell)(const std::string& warning)) {
     static void (*listener)(const std::string&);

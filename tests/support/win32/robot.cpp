@@ -396,16 +396,12 @@ platform::Color PopupPixel(int x, int y) {
     return {GetRValue(pixel), GetGValue(pixel), GetBValue(pixel)};
 }
 
-static int messagesSeen = 0;
-
 void WhenMessageComes(std::function<void()> look) {
     static std::function<void()> take;
     static HWND seen;
-    messagesSeen = 0;
     take = std::move(look);
     static const auto watch = [](HWND, UINT, UINT_PTR, DWORD) {
         if (Message() == std::exchange(seen, Message()) || seen == nullptr) return;
-        ++messagesSeen;
         take();
         if (IsWindowVisible(seen))
             SendMessageW(FindWindowExW(seen, nullptr, L"Button", nullptr), BM_CLICK, 0, 0);
@@ -418,8 +414,6 @@ std::string MessageText() {
     const HWND box = Message();
     return box == nullptr ? std::string() : platform::FromWide(platform::TextOf(GetDlgItem(box, 0xFFFF)));
 }
-
-int MessagesSeen() { return messagesSeen; }
 
 // The system complains to nobody.
 void WhenToolkitWarns(void (*)(const std::string&)) {}
