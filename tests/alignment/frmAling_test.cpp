@@ -44,7 +44,6 @@ class Meter : public WindowTest {
 TEST_F(Meter, AsksEachQuestionOnceAndStandsStill) {
     Ask(2, {"LG", "C", "NUL", "CE"});
     EXPECT_EQ(listener.Heard(), Strings{"theme2.wav"});
-    robot::Type(kForm, "x");
     EXPECT_EQ(Question(), "1 of 2\r\nWhy 1?");
     EXPECT_EQ(robot::Text(kForm, "lblInput(2)"), "2.) Since & so");
     for (const auto& [answer, result] :

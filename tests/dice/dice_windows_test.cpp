@@ -22,6 +22,8 @@ TEST_F(WindowTest, TheRollerRollsWhenItOpensAndCleansItsBoxes) {
     EXPECT_TRUE(text("txtResult").starts_with("Dice:    3D3 -2\r\n")) << text("txtResult");
     EXPECT_EQ(draws.Count(), 2);
     robot::Click("frmDice", "Cmnd(0)");
+    robot::Click("frmDice", "txtResult");
+    robot::Type("frmDice", "x");
     EXPECT_EQ(robot::Clipboard(), text("txtResult"));
     EXPECT_EQ(listener.Heard(), (Strings{"theme2.wav", "chant.wav", "click.wav"}));
 }

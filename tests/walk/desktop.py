@@ -7,7 +7,6 @@ import functools
 import itertools
 import os
 import pathlib
-import shutil
 import signal
 import subprocess
 import tempfile
@@ -78,21 +77,16 @@ surroundings = functools.partial(mock.patch.dict, os.environ)
 @contextlib.contextmanager
 def new_home():
     """An empty home and an environment in which nothing of the real user's takes part. Gives the home, which
-    ends with all that was started in it."""
-    home = tempfile.mkdtemp(prefix="orvane-desktop-", dir="/tmp")  # the names of sockets must not be long
-    # Outlives this process by a moment, however that ends.
-    cleaner = subprocess.Popen(["setsid", "-f", "sh", "-c", 'cat; sleep 1; rm -rf "$0"', home],
-                               stdin=subprocess.PIPE)
-    cleaner.wait()
+    ends with all that was started in it; that of a killed test goes with the folder that ./test makes."""
     prctl(PR_SET_CHILD_SUBREAPER, 1)
     kept = {name: value for name, value in os.environ.items()
             if name in ("PATH", "QT_SCALE_FACTOR") or name.endswith("SAN_OPTIONS")}
-    try:
+    with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as home:
         with surroundings({**kept, **SURROUNDINGS, "HOME": home, "XDG_RUNTIME_DIR": home}, clear=True):
-            yield pathlib.Path(home)
-    finally:
-        end_children()
-        shutil.rmtree(home, ignore_errors=True)
+            try:
+                yield pathlib.Path(home)
+            finally:
+                end_children()
 
 
 @contextlib.contextmanager

@@ -11,7 +11,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
-from desktop import (DENSITY, PATIENCE, SCREEN, Failure, active_window, expect, output, start, wait_for,
+from desktop import (DENSITY, PATIENCE, Failure, active_window, expect, output, start, wait_for,
                      xdotool)
 
 Atspi.set_timeout(PATIENCE * 1000, PATIENCE * 1000)
@@ -177,10 +177,8 @@ class Window(Control):
 class Session:
     """A started program. What it writes goes to a file that the user never sees and a test may read."""
 
-    def __init__(self, path, home, tidy=True):
-        """Tidy: every window is put where none covers another."""
+    def __init__(self, path, home):
         self.output = pathlib.Path(home) / "program.log"
-        self.corner, self.placed = [20, 20], set() if tidy else None
         Atspi.get_desktop(0).get_child_count()  # the program looks for assistive technology when it starts
         with open(self.output, "w") as log:
             self.process = start(str(pathlib.Path(path).resolve()), cwd=home, stdout=log, stderr=log)
@@ -212,14 +210,7 @@ class Session:
                         return window
             return None
 
-        window = wait_for(f"the window {tool.title!r} with {tool.mark!r}", find)
-        if self.placed is not None and window.number not in self.placed:
-            self.placed.add(window.number)
-            if self.corner[0] + window.bounds[2] > SCREEN[0]:
-                self.corner = [20, self.corner[1] + 400]
-            window.move(*self.corner)
-            self.corner[0] += window.bounds[2] + 20
-        return window
+        return wait_for(f"the window {tool.title!r} with {tool.mark!r}", find)
 
     def open(self, button):
         self.launcher.press(button)

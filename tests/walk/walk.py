@@ -157,7 +157,7 @@ def walk(path, folder=None, manager="openbox"):
         look(session.window(EDITOR), pictures / f"{EDITOR.name}.png", framed=True)
         edit(session, pictures)
         tell("Exit", session.leave())
-        again = Session(path, home, tidy=False)
+        again = Session(path, home)
         meter = again.open("Alingments")
         expect("the edited question", lambda: meter.box(QUESTION).text, f"1 of 24\n{EDITED}")
         windows = [again.launcher, meter, again.open("Dice Reverse"), again.open_editor()]

@@ -37,7 +37,7 @@ def screens(path):
         set_screen("left", LEFT, "screen")  # the server's only output
         set_screen("right", RIGHT)
         xdotool("mousemove", 1500, 1100)
-        session = Session(path, home, tidy=False)
+        session = Session(path, home)
         open_in_middle(None, RIGHT, (1500, 1100))
         open_in_middle("Stats Min/Max Generator", RIGHT, (1500, 1100))
         dice = open_in_middle("Dice Roller", LEFT, (100, 500))
@@ -97,6 +97,7 @@ def clipboard_hangs(path, home):
     """The owner of what was copied does not answer a paste by key, by menu, or by the middle button."""
     session = Session(path, home)
     dice = session.open("Dice Roller")
+    dice.move(900, 500)
     number, glyph = dice.box("Number"), session.launcher.button("_").place
     (home / "copied").write_text("5")
     for selection, *how in WAYS_TO_PASTE:
