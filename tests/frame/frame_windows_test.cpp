@@ -77,7 +77,8 @@ TEST_F(Chrome, RollsUpAndDownAndClosesAsTheDesktopAsks) {
 }
 
 TEST_F(WindowTest, TheLauncherOpensAToolOnceShowsItAsItWasLeftAndEndsWithAll) {
-    SoundEnabled = kFalse;
+    SoundEnabled = Truth{1};  // which is not the exact True
+    PlayWave("click.wav");
     Show<frmMain>();
     EXPECT_EQ(robot::Text("frmMain", "Status"), "Welcome, Adventurer.");
     robot::Click("frmMain", "Cmnd(1)");

@@ -34,15 +34,6 @@ TEST(RandomRange, TakesOneDrawAndReachesBothBounds) {
     EXPECT_EQ(draws.Count(), 5);
 }
 
-TEST(PlayWave, PassesOnlyTheExactTrue) {
-    Listener listener;
-    for (const Truth gate : {kFalse, Truth{1}, kTrue}) {
-        SoundEnabled = gate;
-        PlayWave("click.wav");
-    }
-    EXPECT_EQ(listener.Heard().size(), 1U);
-}
-
 TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
     const std::pair<std::string, double> cases[] = {
         {"  \t 12", 12}, {"12abc", 12},   {"+5", 5},

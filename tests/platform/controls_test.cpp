@@ -14,12 +14,10 @@ using namespace platform;
 class Controls : public testing::Test {
  protected:
     using Strings = std::vector<std::string>;
+    // An event, with the place of the pointer if that is told.
     auto Note(std::string event) {
-        return [this, event] { events.push_back(event); };
-    }
-    auto NoteAt(std::string event) {
-        return [this, event](int x, int y) {
-            events.push_back(event + " " + std::to_string(x) + "," + std::to_string(y));
+        return [this, event](auto... at) {
+            events.push_back((event + ... + (" " + std::to_string(static_cast<int>(at)))));
         };
     }
     Strings Events() { return std::exchange(events, {}); }
@@ -45,34 +43,34 @@ TEST_F(Controls, AFormComesUpWhereNoOtherIs) {
 TEST_F(Controls, ALabelThatGotThePressGetsTheRest) {
     Label label(form, "label", {10, 10, 50, 20}, {});
     CheckBox silent(form, "silent", {100, 10, 50, 20}, "");
-    form.MouseMove = NoteAt("form");
-    label.MouseDown = NoteAt("down");
-    label.MouseMove = NoteAt("move");
-    label.MouseUp = NoteAt("up");
+    form.MouseMove = Note("form");
+    label.MouseDown = Note("down");
+    label.MouseMove = Note("move");
+    label.MouseUp = Note("up");
     label.Click = Note("click");
     form.Show();
     robot::Move("Test", {12, 13});
     robot::Press("Test", {12, 13});
     robot::Move("Test", {110, 100});
     robot::Release("Test", {110, 100});
-    EXPECT_EQ(Events(), (Strings{"move 2,3", "down 2,3", "move 100,90", "up 100,90"}));
+    EXPECT_EQ(Events(), (Strings{"move 2 3", "down 2 3", "move 100 90", "up 100 90"}));
     robot::Move("Test", {12, 13});
     robot::Press("Test", {12, 13}, robot::Button::Middle);
     robot::Press("Test", {12, 13}, robot::Button::Right);
     robot::Release("Test", {12, 13}, robot::Button::Right);
     robot::Release("Test", {12, 13}, robot::Button::Middle);
-    EXPECT_EQ(Events(), (Strings{"move 2,3", "down 2,3", "up 2,3", "click"}));
+    EXPECT_EQ(Events(), (Strings{"move 2 3", "down 2 3", "up 2 3", "click"}));
     robot::DoubleClick("Test", "label");
     EXPECT_EQ(std::ranges::count(Events(), "click"), 2);
     robot::Press("Test", {12, 13});
     form.Hide();
-    EXPECT_EQ(Events().back(), "up 0,0");
+    EXPECT_EQ(Events().back(), "up 0 0");
     form.Show();
     robot::Release("Test", {12, 13});
     // A control without handlers ends an event, the form's own background has it.
     robot::Hover("Test", "silent");
     robot::Move("Test", {200, 150});
-    EXPECT_EQ(Events(), Strings{"form 200,150"});
+    EXPECT_EQ(Events(), Strings{"form 200 150"});
 }
 
 TEST_F(Controls, ATextIsEnteredAndToldAsItStands) {

@@ -12,11 +12,6 @@
 
 using namespace orvane;
 
-TEST(ScaleValue, KeepsItsOrder) {
-    // 82.5 or just below in any other order of the steps, and just above in this one.
-    EXPECT_EQ(RoundToLong(ScaleValue(110, 50, 125, 120)), 83);
-}
-
 // Without level files all percentages are 0.
 TEST(WeaponSheet, ShowsBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
     WeaponTables tables;
@@ -68,19 +63,20 @@ class WeaponFiles : public FolderTest {
 
 TEST_F(WeaponFiles, FillEveryLineOfTheSheet) {
     Write("weapon.ini",
-          "[WEAPON001] Name=W MinDamage=2 MaxDamage=10 MinDamageFatigue=5 MaxDamageFatigue=50 AttackBonus=40 "
+          "[WEAPON001] Name=W MinDamage=2 MaxDamage=10 MinDamageFatigue=5 MaxDamageFatigue=50 AttackBonus=50 "
           "Defence=60 CriticalBonus=70 DamageType=-1 Speed=80 Weight=90 Metal=1 BUC=1 Quality=1 ReqStr=11 "
           "CurDurability=1 MaxDurability=90 ReqDex=12 ReqLev=13 Hands=2 BasePrice=110 [HEAD] items=1");
     WriteLevel("quality.ini",
-               "[LEVEL5] Name=Q MaxDamage=110 MinDamageFatigue=120 MaxDamageFatigue=130 AttackBonus=140 "
+               "[LEVEL5] Name=Q MaxDamage=110 MinDamageFatigue=120 MaxDamageFatigue=130 AttackBonus=110 "
                "Defence=150 CriticalBonus=1 MaxDurability=125 ReqLev=2 Price=170 Weight=188 Speed=3");
-    WriteLevel("buc.ini", "[LEVEL5] Name=B CriticalBonus=100 ReqLev=1");
-    WriteLevel("metal.ini", "[LEVEL7] Name=M Speed=-90 Defence=-100 Price=50 Weight=25");
+    WriteLevel("buc.ini", "[LEVEL5] Name=B AttackBonus=120 CriticalBonus=100 ReqLev=1");
+    WriteLevel("metal.ini", "[LEVEL7] Name=M AttackBonus=125 Speed=-90 Defence=-100 Price=50 Weight=25");
     LoadWeapons(tables_);
     LoadModifiers(tables_);
     const ScriptedRandom random({0, 0.9999F, 0.9999F, 0.9999F, 0.9999F});
+    // The bonus is 82.5 or just below in any other order of the steps, and just above in theirs.
     EXPECT_EQ(BuildWeaponSheet(GenerateWeapon(tables_)),
-              "B Q M W\r\nDamage: 1D10+1\r\nDamage Fatigue: 59D2-53\r\nAttack Bonus: +56\r\n"
+              "B Q M W\r\nDamage: 1D10+1\r\nDamage Fatigue: 59D2-53\r\nAttack Bonus: +83\r\n"
               "Critical Chance: 171\r\nDamage Type: Universal\r\nSpeed: -7\r\nDefence Bonus: -90\r\n"
               "Durability: 112 of 112.5\r\nWeight: 42.3\r\nRequired Strength: 11\r\n"
               "Required Dexterity: 12\r\nRequired Level: 16\r\n2-Handed\r\nShop price: 93.5");

@@ -3,7 +3,6 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
-#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QKeySequence>
@@ -86,6 +85,15 @@ void SendKey(QWindow* window, std::string_view key) {
 
 void Assist(std::string_view form, std::string_view control, const QString& action) {
     QAccessible::queryAccessibleInterface(&FindControl(form, control))->actionInterface()->doAction(action);
+}
+
+// The names of the controls of which that holds.
+std::vector<std::string> Named(std::string_view form, const std::function<bool(QWidget&)>& holds) {
+    std::vector<std::string> names;
+    for (QWidget* control : FindForm(form).findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (holds(*control)) names.push_back(control->objectName().toStdString());
+    }
+    return names;
 }
 
 // A colour that is drawn in the middle of a pixel.
@@ -230,56 +238,45 @@ bool Whole(std::string_view form, std::string_view control) {
 std::vector<std::string> CutTexts(std::string_view form) {
     constexpr int kSmallest = 8;
     constexpr int kMark = 18;  // of a check box
-    std::vector<std::string> cut;
-    for (QWidget* control : FindForm(form).findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        QStringList texts{control->property("text").toString().remove('&')};
-        QRect room =
-            control->rect().adjusted(0, 0, qobject_cast<QCheckBox*>(control) != nullptr ? -kMark : -2, 0);
-        QFont font = control->font();
+    return Named(form, [](QWidget& control) {
+        QStringList texts{control.property("text").toString().remove('&')};
+        QRect room = control.rect().adjusted(0, 0, control.inherits("QCheckBox") ? -kMark : -2, 0);
+        QFont font = control.font();
         int flags = 0;
-        bool whole = true;
-        if (auto* label = dynamic_cast<LabelWidget*>(control)) {
+        if (auto* label = dynamic_cast<LabelWidget*>(&control)) {
             texts = {label->Parsed().Text.trimmed()};
             room = label->rect();
             font = label->DrawnFont();
-            whole = font.pixelSize() >= kSmallest;
             flags = label->Style().Wrapped ? Qt::TextWordWrap : 0;
-        } else if (const auto* list = qobject_cast<QComboBox*>(control)) {
+        } else if (const auto* list = qobject_cast<QComboBox*>(&control)) {
             QStyleOptionComboBox option;
             option.initFrom(list);
             room = list->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField,
                                                  list);
             for (int i = 0; i < list->count(); ++i) texts.push_back(list->itemText(i));
         }
-        const auto fits = [&](const QString& text) {
-            const QRectF drawn = QFontMetricsF(font).boundingRect(room, flags, text);
-            return text.isEmpty() || (drawn.width() <= room.width() && drawn.height() <= room.height());
-        };
-        if (!whole || !std::ranges::all_of(texts, fits)) cut.push_back(control->objectName().toStdString());
-    }
-    return cut;
+        return QFontInfo(font).pixelSize() < kSmallest ||
+               std::ranges::any_of(texts, [&](const QString& text) {
+                   const QRectF drawn = QFontMetricsF(font).boundingRect(room, flags, text);
+                   return !text.isEmpty() && (drawn.width() > room.width() || drawn.height() > room.height());
+               });
+    });
 }
 
 std::vector<std::string> Controls(std::string_view form) {
-    const QWidget& window = FindForm(form);
-    std::vector<std::string> names;
-    for (const QObject* child : window.children()) {
-        const auto* widget = qobject_cast<const QWidget*>(child);
-        if (widget != nullptr && !widget->isWindow() && !widget->isHidden() &&
-            !widget->objectName().isEmpty() && !widget->testAttribute(Qt::WA_TransparentForMouseEvents) &&
-            window.rect().contains(widget->geometry().center()))
-            names.push_back(widget->objectName().toStdString());
-    }
-    return names;
+    const QRect room = FindForm(form).rect();
+    return Named(form, [&room](const QWidget& control) {
+        return !control.isWindow() && !control.isHidden() && !control.objectName().isEmpty() &&
+               !control.testAttribute(Qt::WA_TransparentForMouseEvents) &&
+               room.contains(control.geometry().center());
+    });
 }
 
 std::vector<std::string> Pressed(std::string_view form) {
-    std::vector<std::string> names;
-    for (const QObject* child : FindForm(form).children()) {
-        const auto* label = dynamic_cast<const LabelWidget*>(child);
-        if (label != nullptr && label->Bordered()) names.push_back(label->objectName().toStdString());
-    }
-    return names;
+    return Named(form, [](const QWidget& control) {
+        const auto* label = dynamic_cast<const LabelWidget*>(&control);
+        return label != nullptr && label->Bordered();
+    });
 }
 
 std::string Focus(std::string_view form) {
