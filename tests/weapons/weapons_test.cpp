@@ -12,36 +12,6 @@
 
 using namespace orvane;
 
-// Without level files all percentages are 0.
-TEST(WeaponSheet, ShowsBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
-    WeaponTables tables;
-    WeaponRecord& base = tables.Weapons.emplace_back();
-    base.Name = "Stick";
-    base.AttackBonus = base.MaxDurability = 90;
-    base.Defence = base.ReqStr = -2;
-    base.ReqLev = 1;
-    base.DamageType = 2;
-    tables.BucLevels[0].ReqLev = 3;
-    const auto sheet = [&tables] {
-        const ScriptedRandom random({0, 0, 0, 0, 0.9999999F});
-        return BuildWeaponSheet(GenerateWeapon(tables));
-    };
-    EXPECT_EQ(sheet(),
-              "   Stick\r\nDamage: 0\r\nDamage Fatigue: 0\r\nAttack Bonus: \r\nCritical Chance: 0\r\n"
-              "Damage Type: Blunt\r\nSpeed: 0\r\nDefence Bonus: \r\nDurability: 0 of 0\r\nWeight: 0\r\n"
-              "0-Handed\r\nShop price: 0");
-    base.AttackBonus = base.Defence = 0;
-    base.MinDamage = 1;
-    tables.Qualities[0].MinDamage = tables.Metals[0].MinDamage = tables.BucLevels[0].MinDamage = 100;
-    tables.Metals[0].ReqLev = 1;
-    tables.BucLevels[0].ReqLev = -1;
-    EXPECT_EQ(sheet(),
-              "   Stick\r\nDamage: \r\nDamage Fatigue: 0\r\nCritical Chance: 0\r\nDamage Type: Blunt\r\n"
-              "Speed: 0\r\nDurability: 0 of 0\r\nWeight: 0\r\nRequired Level: 1\r\n0-Handed\r\n"
-              "Shop price: 0");
-    EXPECT_EQ(std::string(DamageTypeName(0)).append(DamageTypeName(1)), "PiercingSlashing");
-}
-
 // Files of the test's own in the program's folder.
 class WeaponFiles : public FolderTest {
  protected:
@@ -57,9 +27,38 @@ class WeaponFiles : public FolderTest {
                         " MinDamage=100 MaxDamage=100 MinDamageFatigue=100 MaxDamageFatigue=100 Defence=100 "
                         "AttackBonus=100 MaxDurability=100 Price=100 Weight=100");
     }
+    // Of a weapon that is made of the files with these draws.
+    std::string Sheet(const std::vector<float>& draws) {
+        LoadWeapons(tables_);
+        LoadModifiers(tables_);
+        const ScriptedRandom random(draws);
+        return BuildWeaponSheet(GenerateWeapon(tables_));
+    }
 
     WeaponTables tables_;
 };
+
+// Without level files all percentages are 0.
+TEST_F(WeaponFiles, ShowBonusesByTheBaseWeaponAndTheLevelWithoutTheBucLevel) {
+    const auto sheet = [this](const std::string& keys) {
+        Write("weapon.ini",
+              "[HEAD] items=1 [WEAPON001] Name=Stick MaxDurability=90 ReqStr=-2 ReqLev=1 " + keys);
+        return Sheet({0, 0, 0, 0, 0.9999999F});
+    };
+    Write("buc.ini", "[LEVEL1] ReqLev=3");
+    EXPECT_EQ(sheet("AttackBonus=90 Defence=-2 DamageType=2"),
+              "   Stick\r\nDamage: 0\r\nDamage Fatigue: 0\r\nAttack Bonus: \r\nCritical Chance: 0\r\n"
+              "Damage Type: Blunt\r\nSpeed: 0\r\nDefence Bonus: \r\nDurability: 0 of 0\r\nWeight: 0\r\n"
+              "0-Handed\r\nShop price: 0");
+    Write("quality.ini", "[LEVEL1] MinDamage=100");
+    Write("metal.ini", "[LEVEL1] MinDamage=100 ReqLev=1");
+    Write("buc.ini", "[LEVEL1] MinDamage=100 ReqLev=-1");
+    EXPECT_EQ(sheet("MinDamage=1 DamageType=2"),
+              "   Stick\r\nDamage: \r\nDamage Fatigue: 0\r\nCritical Chance: 0\r\nDamage Type: Blunt\r\n"
+              "Speed: 0\r\nDurability: 0 of 0\r\nWeight: 0\r\nRequired Level: 1\r\n0-Handed\r\n"
+              "Shop price: 0");
+    EXPECT_EQ(std::string(DamageTypeName(0)).append(DamageTypeName(1)), "PiercingSlashing");
+}
 
 TEST_F(WeaponFiles, FillEveryLineOfTheSheet) {
     Write("weapon.ini",
@@ -71,11 +70,8 @@ TEST_F(WeaponFiles, FillEveryLineOfTheSheet) {
                "Defence=150 CriticalBonus=1 MaxDurability=125 ReqLev=2 Price=170 Weight=188 Speed=3");
     WriteLevel("buc.ini", "[LEVEL5] Name=B AttackBonus=120 CriticalBonus=100 ReqLev=1");
     WriteLevel("metal.ini", "[LEVEL7] Name=M AttackBonus=125 Speed=-90 Defence=-100 Price=50 Weight=25");
-    LoadWeapons(tables_);
-    LoadModifiers(tables_);
-    const ScriptedRandom random({0, 0.9999F, 0.9999F, 0.9999F, 0.9999F});
     // The bonus is 82.5 or just below in any other order of the steps, and just above in theirs.
-    EXPECT_EQ(BuildWeaponSheet(GenerateWeapon(tables_)),
+    EXPECT_EQ(Sheet({0, 0.9999F, 0.9999F, 0.9999F, 0.9999F}),
               "B Q M W\r\nDamage: 1D10+1\r\nDamage Fatigue: 59D2-53\r\nAttack Bonus: +83\r\n"
               "Critical Chance: 171\r\nDamage Type: Universal\r\nSpeed: -7\r\nDefence Bonus: -90\r\n"
               "Durability: 112 of 112.5\r\nWeight: 42.3\r\nRequired Strength: 11\r\n"
