@@ -1,5 +1,3 @@
-#include "platform/profile.h"
-
 #include <atomic>
 #include <chrono>
 #include <thread>
@@ -12,16 +10,10 @@ TEST_F(ProfileFileTest, LeavesAloneWhatIsNoProfileFile) {
     std::filesystem::create_directory(Folder / "folder");
     Put(Folder / "large", "");
     std::filesystem::resize_file(Folder / "large", kMaxProfileBytes + 1);
-    const std::pair<Path, ProfileState> cases[] = {
-        {"folder", ProfileState::Unusable},
-        {"large", ProfileState::TooLarge},
-        {"missing/a.ini", ProfileState::Missing},
-        {"large/a.ini", ProfileState::Missing},
-    };
-    for (const auto& [name, state] : cases) {
-        EXPECT_EQ(ReadProfileFile(Folder / name).State, state) << name;
-        EXPECT_FALSE(ReplaceProfileFile(Folder / name, "new")) << name;
-    }
+    ExpectLeftAlone("folder", ProfileState::Unusable);
+    ExpectLeftAlone("large", ProfileState::TooLarge);
+    ExpectLeftAlone("missing/a.ini", ProfileState::Missing);
+    ExpectLeftAlone("large/a.ini", ProfileState::Missing);
     EXPECT_FALSE(ReplaceProfileFile(File, std::string(kMaxProfileBytes + 1, 'x'))) << "nobody could read it";
     EXPECT_EQ(CountIn(Folder), 2);
 }

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "platform/places.h"
+#include "platform/profile.h"
 
 // A test with a folder of its own, in which everything lies, gone with the test.
 class FolderTest : public testing::Test {
@@ -43,5 +44,10 @@ class FolderTest : public testing::Test {
 
 class ProfileFileTest : public FolderTest {
  protected:
+    void ExpectLeftAlone(const Path& name, platform::ProfileState state) const {
+        EXPECT_EQ(platform::ReadProfileFile(Folder / name).State, state) << name;
+        EXPECT_FALSE(platform::ReplaceProfileFile(Folder / name, "new")) << name;
+    }
+
     const Path File = Folder / "a.ini";
 };

@@ -122,28 +122,26 @@ static bool Outdoes(const WeaponRecord& a, const WeaponRecord& b) {
            atMost(&W::Weight, &W::ReqStr, &W::ReqDex, &W::ReqLev, &W::BasePrice);
 }
 
-TEST(ShippedWeapons, PlayWellInEveryCombination) {
-    const auto data = std::filesystem::path(ORVANE_SOURCE_FOLDER) / "data";
-    platform::SetPlaces({.UserData = data / "user", .Program = data});
-    WeaponTables tables;
-    LoadWeapons(tables);
-    LoadModifiers(tables);
-    platform::SetPlaces();
+using ShippedWeapons = WeaponFiles;
 
-    const int count = static_cast<int>(tables.Weapons.size());
-    ASSERT_GE(count, 110) << tables.NoWeaponsReason;
-    for (const WeaponRecord& weapon : tables.Weapons) {
-        for (const WeaponRecord& other : tables.Weapons) {
+TEST_F(ShippedWeapons, PlayWellInEveryCombination) {
+    platform::SetPlaces({User, Path(ORVANE_SOURCE_FOLDER) / "data"});
+    LoadWeapons(tables_);
+    LoadModifiers(tables_);
+    const int count = static_cast<int>(tables_.Weapons.size());
+    ASSERT_GE(count, 110) << tables_.NoWeaponsReason;
+    for (const WeaponRecord& weapon : tables_.Weapons) {
+        for (const WeaponRecord& other : tables_.Weapons) {
             EXPECT_FALSE(&weapon != &other && (weapon.Name == other.Name || Outdoes(weapon, other)))
                 << weapon.Name << ", " << other.Name;
         }
     }
     for (const int type : {0, 1, 2, 3})
-        EXPECT_GE(std::ranges::count(tables.Weapons, type, &WeaponRecord::DamageType), 0.15 * count) << type;
+        EXPECT_GE(std::ranges::count(tables_.Weapons, type, &WeaponRecord::DamageType), 0.15 * count) << type;
     const auto growDearer = [](const auto& levels) {
         return std::ranges::is_sorted(levels, std::less_equal(), &ModifierRecord::Price);
     };
-    EXPECT_TRUE(growDearer(tables.Qualities) && growDearer(tables.BucLevels) && growDearer(tables.Metals));
+    EXPECT_TRUE(growDearer(tables_.Qualities) && growDearer(tables_.BucLevels) && growDearer(tables_.Metals));
 
     int large = 0;
     const auto isDice = [&large](int low, int high) {
@@ -159,8 +157,8 @@ TEST(ShippedWeapons, PlayWellInEveryCombination) {
     std::vector<double> factors;
     for (int i = 0; i < count * 5 * 5 * 7; ++i) {
         const ScriptedRandom random({draw(i / 175, count), draw(i / 35, 5), draw(i / 7, 5), draw(i, 7), 0});
-        const GeneratedWeapon made = GenerateWeapon(tables);
-        const WeaponRecord& base = tables.Weapons.at(static_cast<std::size_t>(i / 175));
+        const GeneratedWeapon made = GenerateWeapon(tables_);
+        const WeaponRecord& base = tables_.Weapons.at(static_cast<std::size_t>(i / 175));
         SCOPED_TRACE(BuildWeaponSheet(made));
         EXPECT_TRUE(isDice(made.DamageMin, made.DamageMax) && isDice(made.FatigueMin, made.FatigueMax));
         EXPECT_TRUE(made.CriticalChance > 0 && made.Speed > 0);

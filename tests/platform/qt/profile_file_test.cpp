@@ -1,5 +1,3 @@
-#include "platform/profile.h"
-
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -13,15 +11,9 @@ using namespace platform;
 TEST_F(ProfileFileTest, LeavesPipesLoopsAndDevicesAlone) {
     ASSERT_EQ(mkfifo((Folder / "pipe").c_str(), 0600), 0);
     std::filesystem::create_symlink("loop", Folder / "loop");
-    const std::pair<Path, ProfileState> cases[] = {
-        {"pipe", ProfileState::Unusable},
-        {"loop", ProfileState::Untold},
-        {std::string(300, 'x'), ProfileState::Untold},
-    };
-    for (const auto& [name, state] : cases) {
-        EXPECT_EQ(ReadProfileFile(Folder / name).State, state) << name;
-        EXPECT_FALSE(ReplaceProfileFile(Folder / name, "new")) << name;
-    }
+    ExpectLeftAlone("pipe", ProfileState::Unusable);
+    ExpectLeftAlone("loop", ProfileState::Untold);
+    ExpectLeftAlone(std::string(300, 'x'), ProfileState::Untold);
     EXPECT_EQ(ReadProfileFile("/dev/zero").State, ProfileState::Unusable);
 }
 

@@ -30,10 +30,7 @@ namespace robot {
 namespace {
 
 using platform::LabelWidget;
-
-QString Name(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+using platform::ToQString;
 
 QWidgetList Windows() {
     // An unloaded form is still on its way out.
@@ -43,13 +40,13 @@ QWidgetList Windows() {
 
 QWidget& FindForm(std::string_view form) {
     for (QWidget* window : Windows()) {
-        if (window->objectName() == Name(form)) return *window;
+        if (window->objectName() == ToQString(form)) return *window;
     }
     throw std::runtime_error("no window " + std::string(form));
 }
 
 QWidget& FindControl(std::string_view form, std::string_view control) {
-    if (auto* found = FindForm(form).findChild<QWidget*>(Name(control), Qt::FindDirectChildrenOnly))
+    if (auto* found = FindForm(form).findChild<QWidget*>(ToQString(control), Qt::FindDirectChildrenOnly))
         return *found;
     throw std::invalid_argument("no control " + std::string(control));
 }
@@ -78,7 +75,7 @@ void LetSearchEnd() {
 }
 
 void SendKey(QWindow* window, std::string_view key) {
-    const QKeySequence sequence(Name(key));
+    const QKeySequence sequence(ToQString(key));
     LetSearchEnd();
     QTest::keyClick(window, sequence[0].key(), sequence[0].keyboardModifiers());
 }
@@ -149,7 +146,7 @@ void Key(std::string_view form, std::string_view key) {
 
 void Type(std::string_view form, std::string_view text) {
     QWindow* window = WindowOf(form);
-    for (const char32_t c : Name(text).toStdU32String()) {
+    for (const char32_t c : ToQString(text).toStdU32String()) {
         LetSearchEnd();
         QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString::fromUcs4(&c, 1), {});
     }
