@@ -240,7 +240,9 @@ void Form::Native::ShowAgain() {
         }
         shownBefore_ = true;
     }
-    ShowWindow(Window, IsIconic(Window) ? SW_RESTORE : SW_SHOW);
+    if (IsIconic(Window)) ShowWindow(Window, SW_RESTORE);
+    // Each control is drawn whole, so nothing needs to be erased ahead of that.
+    SetWindowPos(Window, nullptr, 0, 0, 0, 0, SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_DEFERERASE);
     SetForegroundWindow(Window);
 }
 
