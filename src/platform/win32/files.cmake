@@ -51,4 +51,4 @@ set_target_properties(orvane-utilities PROPERTIES WIN32_EXECUTABLE ON)
 
 # Tells the walk through the real program what assistive technology is told of it.
 add_executable(eyes EXCLUDE_FROM_ALL ${PROJECT_SOURCE_DIR}/tests/support/win32/eyes.cpp)
-target_link_libraries(eyes PRIVATE oleacc ole32 oleaut32)
+target_link_libraries(eyes PRIVATE orvane_platform oleacc ole32 oleaut32)

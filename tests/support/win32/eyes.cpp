@@ -7,23 +7,16 @@
 #include <oleacc.h>
 
 #include <cstdio>
-#include <cwchar>
 #include <string>
 
-namespace {
+#include "platform/win32/toolkit.h"
 
-std::string Narrow(const std::wstring& text) {
-    std::string narrow(text.size() * 3, '\0');
-    const int length = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
-                                           narrow.data(), static_cast<int>(narrow.size()), nullptr, nullptr);
-    narrow.resize(static_cast<std::size_t>(length));
-    return narrow;
-}
+namespace {
 
 // A field on one line.
 std::string Field(const std::wstring& text) {
     std::string field;
-    for (const char c : Narrow(text)) {
+    for (const char c : platform::FromWide(text)) {
         if (c == '\n') field += "\\n";
         if (c != '\r' && c != '\n') field += c;
     }

@@ -18,9 +18,7 @@
 namespace robot {
 namespace {
 
-using platform::Density;
-using platform::HeightOf;
-using platform::WidthOf;
+using namespace platform;
 
 bool ended = false;
 
@@ -34,16 +32,16 @@ void Settle() {
     }
 }
 
-platform::Form::Native& FindForm(std::string_view form) {
-    const auto& all = platform::Form::Native::All();
-    const auto found = std::ranges::find(all, form, &platform::Form::Native::Name);
+Form::Native& FindForm(std::string_view form) {
+    const auto& all = Form::Native::All();
+    const auto found = std::ranges::find(all, form, &Form::Native::Name);
     if (found == all.end()) throw std::runtime_error("no window " + std::string(form));
     return **found;
 }
 
-platform::Control::Native& FindControl(std::string_view form, std::string_view control) {
+Control::Native& FindControl(std::string_view form, std::string_view control) {
     const auto& all = FindForm(form).Controls;
-    const auto found = std::ranges::find(all, control, &platform::Control::Native::Name);
+    const auto found = std::ranges::find(all, control, &Control::Native::Name);
     if (found == all.end()) throw std::invalid_argument("no control " + std::string(control));
     return **found;
 }
@@ -54,10 +52,15 @@ HWND WindowOf(std::string_view form) {
     return window;
 }
 
-platform::Rect ToLayout(const RECT& rect) {
+Rect ToLayout(const RECT& rect) {
     const auto pixels = [](LONG value) { return static_cast<int>(std::lround(value / Density())); };
     return {pixels(rect.left), pixels(rect.top), pixels(rect.right - rect.left),
             pixels(rect.bottom - rect.top)};
+}
+
+Color ColorAt(HDC canvas, int x, int y) {
+    const COLORREF pixel = GetPixel(canvas, x, y);
+    return {GetRValue(pixel), GetGValue(pixel), GetBValue(pixel)};
 }
 
 // A window of the program of some class that is on the screen.
@@ -90,7 +93,7 @@ void PointAt(POINT at) {
 // Other windows of the program do not stand before it, as little as they do in the eyes of a user.
 void PointAt(std::string_view form, Point at) {
     const HWND window = WindowOf(form);
-    POINT point{platform::Scaled(at.X), platform::Scaled(at.Y)};
+    POINT point{Scaled(at.X), Scaled(at.Y)};
     ClientToScreen(window, &point);
     if (OpenPopup() == nullptr && GetCapture() == nullptr && IsWindowEnabled(window) &&
         GetAncestor(WindowFromPoint(point), GA_ROOT) != window) {
@@ -190,14 +193,9 @@ void Key(std::string_view form, std::string_view key) {
 
 void Type(std::string_view form, std::string_view text) {
     TurnTo(form);
-    for (const wchar_t c : platform::ToWide(text)) {
-        const SHORT key = VkKeyScanW(c);
-        if (c < 0x80 && key >= 0 && key <= 0xFF) {
-            PressKey(key);
-        } else {
-            PostMessageW(GetFocus(), WM_CHAR, c, 0);
-            Settle();
-        }
+    for (const wchar_t c : ToWide(text)) {
+        PostMessageW(GetFocus(), WM_CHAR, c, 0);
+        Settle();
     }
 }
 
@@ -205,7 +203,7 @@ std::string Clipboard() {
     std::string text;
     for (int i = 0; i < 50 && OpenClipboard(nullptr) == FALSE; ++i) Sleep(10);
     if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-        text = platform::FromWide(static_cast<const wchar_t*>(GlobalLock(data)));
+        text = FromWide(static_cast<const wchar_t*>(GlobalLock(data)));
         GlobalUnlock(data);
     }
     CloseClipboard();
@@ -227,7 +225,7 @@ void Choose(std::string_view form, std::string_view control, int index) {
     for (const bool down : {true, false}) Mouse(Flag(Button::Left, down));
 }
 
-platform::Rect Popup(std::string_view form) {
+Rect Popup(std::string_view form) {
     const HWND popup = OpenPopup();
     if (popup == nullptr) return {};
     RECT place;
@@ -237,7 +235,7 @@ platform::Rect Popup(std::string_view form) {
 }
 
 void DesktopMoves(std::string_view form, int left, int top) {
-    SetWindowPos(WindowOf(form), nullptr, platform::Scaled(left), platform::Scaled(top), 0, 0,
+    SetWindowPos(WindowOf(form), nullptr, Scaled(left), Scaled(top), 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     Settle();
 }
@@ -252,14 +250,14 @@ void DesktopCloses(std::string_view form) {
 
 std::vector<std::string> ShownWindows() {
     std::vector<std::string> names;
-    for (const platform::Form::Native* form : platform::Form::Native::All()) {
+    for (const Form::Native* form : Form::Native::All()) {
         if (IsWindowVisible(form->Window)) names.push_back(form->Name);
     }
-    if (const HWND box = Message()) names.push_back(platform::FromWide(platform::TextOf(box)));
+    if (const HWND box = Message()) names.push_back(FromWide(TextOf(box)));
     return names;
 }
 
-platform::Rect Bounds(std::string_view form) {
+Rect Bounds(std::string_view form) {
     RECT area;
     const HWND window = FindForm(form).Window;
     GetClientRect(window, &area);
@@ -267,7 +265,7 @@ platform::Rect Bounds(std::string_view form) {
     return ToLayout(area);
 }
 
-platform::Rect Bounds(std::string_view form, std::string_view control) {
+Rect Bounds(std::string_view form, std::string_view control) {
     return ToLayout(FindControl(form, control).Place);
 }
 
@@ -277,9 +275,9 @@ bool OnTop(std::string_view form) {
 
 std::string Text(std::string_view form, std::string_view control) {
     const auto& found = FindControl(form, control);
-    if (found.Caption() != nullptr) return platform::FromWide(found.Caption()->Text);
-    if (const auto* list = dynamic_cast<const platform::DropDownList*>(found.Owner)) return list->Text();
-    return dynamic_cast<const platform::TextBox&>(*found.Owner).Text();
+    if (found.Caption() != nullptr) return FromWide(found.Caption()->Text);
+    if (const auto* list = dynamic_cast<const DropDownList*>(found.Owner)) return list->Text();
+    return dynamic_cast<const TextBox&>(*found.Owner).Text();
 }
 
 bool Whole(std::string_view form, std::string_view control) {
@@ -289,44 +287,37 @@ bool Whole(std::string_view form, std::string_view control) {
     SendMessageW(found.Window, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&room));
     const auto lines = SendMessageW(found.Window, EM_GETLINECOUNT, 0, 0);
     return lines == 1 + std::ranges::count(text, '\n') &&
-           lines * platform::MetricsOf(platform::FontOf(found.Face)).tmHeight <= HeightOf(room);
+           lines * MetricsOf(FontOf(found.Face)).tmHeight <= HeightOf(room);
+}
+
+static bool IsWhole(Control::Native& control) {
+    constexpr int kSmallest = 8;
+    if (auto* label = dynamic_cast<LabelNative*>(&control)) {
+        const TEXTMETRICW metrics = MetricsOf(label->DrawnFont());
+        return label->Fits(label->DrawnFont()) &&
+               metrics.tmHeight - metrics.tmInternalLeading >= Scaled(kSmallest);
+    }
+    const HFONT font = FontOf(control.Face);
+    int margin = dynamic_cast<CheckBox*>(control.Owner) != nullptr ? 18 : 2, widest = 0;
+    if (dynamic_cast<DropDownList*>(control.Owner) != nullptr) {
+        margin = kArrowWidth + 6;
+        wchar_t entry[256] = L"";
+        for (WPARAM i = 0;
+             SendMessageW(control.Window, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(entry)) != CB_ERR; ++i)
+            widest = std::max(widest, WidthOf(font, entry));
+    } else if (control.Caption() != nullptr) {
+        widest = WidthOf(font, control.Caption()->Text);
+    } else if ((GetWindowLongPtrW(control.Window, GWL_STYLE) & ES_MULTILINE) == 0) {
+        widest = WidthOf(font, TextOf(control.Window));
+    }
+    return widest == 0 || (widest + Scaled(margin) <= WidthOf(control.Place) &&
+                           MetricsOf(font).tmHeight <= HeightOf(control.Place));
 }
 
 std::vector<std::string> CutTexts(std::string_view form) {
-    constexpr int kSmallest = 8;
     std::vector<std::string> cut;
-    for (platform::Control::Native* control : FindForm(form).Controls) {
-        const HFONT font = platform::FontOf(control->Face);
-        std::vector<std::wstring> texts;
-        int margin = 2;
-        bool whole = true;
-        if (auto* label = dynamic_cast<platform::LabelNative*>(control)) {
-            const TEXTMETRICW metrics = platform::MetricsOf(label->DrawnFont());
-            whole = label->Fits(label->DrawnFont()) &&
-                    metrics.tmHeight - metrics.tmInternalLeading >= platform::Scaled(kSmallest);
-        } else if (dynamic_cast<platform::DropDownList*>(control->Owner) != nullptr) {
-            margin = platform::kArrowWidth + 6;
-            const LRESULT count = SendMessageW(control->Window, CB_GETCOUNT, 0, 0);
-            for (int i = 0; i < count; ++i) {
-                wchar_t text[256] = L"";
-                SendMessageW(control->Window, CB_GETLBTEXT, static_cast<WPARAM>(i),
-                             reinterpret_cast<LPARAM>(text));
-                texts.emplace_back(text);
-            }
-        } else if (control->Caption() != nullptr) {
-            if (dynamic_cast<platform::CheckBox*>(control->Owner) != nullptr) margin = 18;
-            texts.push_back(control->Caption()->Text);
-        } else if (dynamic_cast<platform::TextBox*>(control->Owner) != nullptr &&
-                   (GetWindowLongPtrW(control->Window, GWL_STYLE) & ES_MULTILINE) == 0) {
-            texts.push_back(platform::TextOf(control->Window));
-        }
-        RECT area;
-        GetWindowRect(control->Window, &area);
-        for (const std::wstring& text : texts) {
-            whole = whole && platform::WidthOf(font, text) + platform::Scaled(margin) <= WidthOf(area) &&
-                    platform::MetricsOf(font).tmHeight <= HeightOf(area);
-        }
-        if (!whole) cut.push_back(control->Name);
+    for (Control::Native* control : FindForm(form).Controls) {
+        if (!IsWhole(*control)) cut.push_back(control->Name);
     }
     return cut;
 }
@@ -336,7 +327,7 @@ std::vector<std::string> Controls(std::string_view form) {
     RECT area;
     GetClientRect(found.Window, &area);
     std::vector<std::string> names;
-    for (const platform::Control::Native* control : found.Controls) {
+    for (const Control::Native* control : found.Controls) {
         const RECT& place = control->Place;
         if (PtInRect(&area, {(place.left + place.right) / 2, (place.top + place.bottom) / 2}))
             names.push_back(control->Name);
@@ -346,8 +337,8 @@ std::vector<std::string> Controls(std::string_view form) {
 
 std::vector<std::string> Pressed(std::string_view form) {
     std::vector<std::string> names;
-    for (const platform::Control::Native* control : FindForm(form).Controls) {
-        const auto* label = dynamic_cast<const platform::LabelNative*>(control);
+    for (const Control::Native* control : FindForm(form).Controls) {
+        const auto* label = dynamic_cast<const LabelNative*>(control);
         if (label != nullptr && label->Bordered) names.push_back(label->Name);
     }
     return names;
@@ -358,42 +349,27 @@ std::string Focus(std::string_view form) {
     return focused == nullptr ? std::string() : focused->Name;
 }
 
-std::vector<platform::Color> Pixels(std::string_view form, const platform::Rect& part) {
+std::vector<Color> Pixels(std::string_view form, const Rect& part) {
     const HWND window = WindowOf(form);
     RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    const RECT area = platform::ScaledRect(part);
-    const int width = WidthOf(area), height = HeightOf(area);
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    void* pixels = nullptr;
-    const HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
-    const HDC canvas = CreateCompatibleDC(nullptr);
+    const RECT area = ScaledRect(part);
     const HDC screen = GetDC(window);
-    const HGDIOBJ before = SelectObject(canvas, bitmap);
-    BitBlt(canvas, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
-    GdiFlush();
-    std::vector<platform::Color> colors;
+    std::vector<Color> colors;
     for (int y = 0; y < part.Height; ++y) {
-        for (int x = 0; x < part.Width; ++x) {
-            const int row = platform::Scaled(y), column = platform::Scaled(x);
-            const RGBQUAD& pixel = static_cast<const RGBQUAD*>(pixels)[row * width + column];
-            colors.push_back({pixel.rgbRed, pixel.rgbGreen, pixel.rgbBlue});
-        }
+        for (int x = 0; x < part.Width; ++x)
+            colors.push_back(ColorAt(screen, area.left + Scaled(x), area.top + Scaled(y)));
     }
-    SelectObject(canvas, before);
     ReleaseDC(window, screen);
-    DeleteDC(canvas);
-    DeleteObject(bitmap);
     return colors;
 }
 
-platform::Color PopupPixel(int x, int y) {
+Color PopupPixel(int x, int y) {
     const HWND popup = OpenPopup();
     UpdateWindow(popup);
     const HDC screen = GetWindowDC(popup);
-    const COLORREF pixel = GetPixel(screen, x, y);
+    const Color color = ColorAt(screen, x, y);
     ReleaseDC(popup, screen);
-    return {GetRValue(pixel), GetGValue(pixel), GetBValue(pixel)};
+    return color;
 }
 
 void WhenMessageComes(std::function<void()> look) {
@@ -412,7 +388,7 @@ void WhenMessageComes(std::function<void()> look) {
 
 std::string MessageText() {
     const HWND box = Message();
-    return box == nullptr ? std::string() : platform::FromWide(platform::TextOf(GetDlgItem(box, 0xFFFF)));
+    return box == nullptr ? std::string() : FromWide(TextOf(GetDlgItem(box, 0xFFFF)));
 }
 
 // The system complains to nobody.
@@ -423,16 +399,13 @@ const std::size_t kLateCaches = 5;
 // The system's own counts are 0 in Wine. What serves drawing stands in a table of the process, in Wine where
 // Windows has it; the numbers of all else are short.
 std::size_t HeldResources() {
-    struct Entry {
-        void* Object;
-        WORD Process, Uses, Unique;
-        BYTE Type, Flags;
-        void* OwnData;
-    };
-    constexpr std::size_t kTable = 0xF8, kEntries = 0x4000, kNumbers = 0x4000;
-    const auto* process = reinterpret_cast<const std::byte*>(NtCurrentTeb()->ProcessEnvironmentBlock);
-    const auto* table = *reinterpret_cast<const Entry* const*>(process + kTable);
-    auto held = std::count_if(table, table + kEntries, [](const Entry& entry) { return entry.Type != 0; });
+    constexpr std::size_t kTable = 0xF8, kEntry = 24, kType = 14, kEntries = 0x4000, kNumbers = 0x4000;
+    const auto* process = reinterpret_cast<const BYTE*>(NtCurrentTeb()->ProcessEnvironmentBlock);
+    const BYTE* table = *reinterpret_cast<const BYTE* const*>(process + kTable);
+    std::size_t held = 0;
+    for (std::size_t entry = 0; entry < kEntries; ++entry) {
+        if (table[entry * kEntry + kType] != 0) ++held;
+    }
     for (std::size_t number = 4; number < kNumbers; number += 2) {
         void* const object = reinterpret_cast<void*>(number);
         DWORD told = 0;
@@ -440,7 +413,7 @@ std::size_t HeldResources() {
         if (IsMenu(static_cast<HMENU>(object)) != FALSE) ++held;
         if (GetWindowThreadProcessId(static_cast<HWND>(object), nullptr) == GetCurrentThreadId()) ++held;
     }
-    return static_cast<std::size_t>(held);
+    return held;
 }
 
 // A menu does not let its step end.
@@ -455,7 +428,7 @@ bool Live(const std::function<bool()>& step) {
 }
 
 std::string Description(std::string_view form, std::string_view control) {
-    return platform::FromWide(FindControl(form, control).Description);
+    return FromWide(FindControl(form, control).Description);
 }
 
 void PressByAssistant(std::string_view form, std::string_view control) {
