@@ -88,7 +88,7 @@ void RemoveLeftOvers(const Path& folder) {
 class NewFile {
  public:
     NewFile(const Path& folder, mode_t mode) {
-        constexpr int kTries = 3;
+        constexpr int kTries = 20;
         for (int i = 0; i < kTries && file_ < 0; ++i) {
             std::uint64_t number = 0;
             if (::getentropy(&number, sizeof number) != 0) return;
