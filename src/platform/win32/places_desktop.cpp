@@ -99,13 +99,14 @@ Places DesktopPlaces() {
     return places;
 }
 
-Path PathOfName(std::string_view text, const Places& places) {
-    std::wstring name = ToWide(text);
-    std::ranges::replace(name, L'/', L'\\');
-    const bool share = name.starts_with(L"\\\\");
-    const bool drive = name.size() >= 2 && name[1] == L':' && IsCharAlphaW(name[0]) && name[0] < 0x80;
-    if (name.empty() || name.back() == L'\\') return {};
-    const auto steps = StepsOf(drive ? std::wstring_view(name).substr(2) : name);
+Path PathOfName(std::string_view name, const Places& places) {
+    std::wstring wide = ToWide(name);
+    std::ranges::replace(wide, L'/', L'\\');
+    const bool share = wide.starts_with(L"\\\\");
+    const bool drive =
+        wide.size() >= 2 && wide[1] == L':' && IsCharAlphaW(wide[0]) != FALSE && wide[0] < 0x80;
+    if (wide.empty() || wide.back() == L'\\') return {};
+    const auto steps = StepsOf(drive ? std::wstring_view(wide).substr(2) : wide);
     if (!steps || steps->empty()) return {};
 
     Path path;
@@ -115,8 +116,8 @@ Path PathOfName(std::string_view text, const Places& places) {
         if (steps->size() < 3) return {};
         path = L"\\\\" + (*steps)[0] + L"\\" + (*steps)[1] + L"\\";
         first = 2;
-    } else if (drive && (steps->size() > 1 || (name[0] | 0x20) != L'c')) {
-        path = name.substr(0, 2) + L"\\";
+    } else if (drive && (steps->size() > 1 || (wide[0] | 0x20) != L'c')) {
+        path = wide.substr(0, 2) + L"\\";
     } else if (places.UserData.empty()) {
         return {};
     } else {
@@ -136,7 +137,7 @@ Path PathInUserData(const Path& file, const Places& places) {
 Path ShippedFile(const Path& file, const Places& places) {
     const Path way = PathInUserData(file, places);
     if (way.empty()) return {};
-    if (const Path inRoot = kRootOfC / way;
+    if (Path inRoot = kRootOfC / way;
         !way.has_parent_path() && (GetFileAttributesW(inRoot.c_str()) & FILE_ATTRIBUTE_DIRECTORY) == 0)
         return inRoot;  // a name without attributes counts as a folder there
     return places.Program.empty() ? Path() : places.Program / way;
