@@ -46,6 +46,16 @@ Control::Native& FindControl(std::string_view form, std::string_view control) {
     return **found;
 }
 
+// The controls of which something holds.
+template <class Holds>
+std::vector<std::string> Named(std::string_view form, const Holds& holds) {
+    std::vector<std::string> names;
+    for (Control::Native* control : FindForm(form).Controls) {
+        if (holds(*control)) names.push_back(control->Name);
+    }
+    return names;
+}
+
 HWND WindowOf(std::string_view form) {
     const HWND window = FindForm(form).Window;
     if (!IsWindowVisible(window)) throw std::runtime_error(std::string(form) + " is not on the screen");
@@ -290,58 +300,46 @@ bool Whole(std::string_view form, std::string_view control) {
            lines * MetricsOf(FontOf(found.Face)).tmHeight <= HeightOf(room);
 }
 
-static bool IsWhole(Control::Native& control) {
-    constexpr int kSmallest = 8;
-    if (auto* label = dynamic_cast<LabelNative*>(&control)) {
-        const TEXTMETRICW metrics = MetricsOf(label->DrawnFont());
-        return label->Fits(label->DrawnFont()) &&
-               metrics.tmHeight - metrics.tmInternalLeading >= Scaled(kSmallest);
-    }
-    const HFONT font = FontOf(control.Face);
-    int margin = dynamic_cast<CheckBox*>(control.Owner) != nullptr ? 18 : 2, widest = 0;
-    if (dynamic_cast<DropDownList*>(control.Owner) != nullptr) {
-        margin = kArrowWidth + 6;
-        wchar_t entry[256] = L"";
-        for (WPARAM i = 0;
-             SendMessageW(control.Window, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(entry)) != CB_ERR; ++i)
-            widest = std::max(widest, WidthOf(font, entry));
-    } else if (control.Caption() != nullptr) {
-        widest = WidthOf(font, control.Caption()->Text);
-    } else if ((GetWindowLongPtrW(control.Window, GWL_STYLE) & ES_MULTILINE) == 0) {
-        widest = WidthOf(font, TextOf(control.Window));
-    }
-    return widest == 0 || (widest + Scaled(margin) <= WidthOf(control.Place) &&
-                           MetricsOf(font).tmHeight <= HeightOf(control.Place));
-}
-
 std::vector<std::string> CutTexts(std::string_view form) {
-    std::vector<std::string> cut;
-    for (Control::Native* control : FindForm(form).Controls) {
-        if (!IsWhole(*control)) cut.push_back(control->Name);
-    }
-    return cut;
+    constexpr int kSmallest = 8;
+    return Named(form, [](Control::Native& control) {
+        if (auto* label = dynamic_cast<LabelNative*>(&control)) {
+            const TEXTMETRICW metrics = MetricsOf(label->DrawnFont());
+            return !label->Fits(label->DrawnFont()) ||
+                   metrics.tmHeight - metrics.tmInternalLeading < Scaled(kSmallest);
+        }
+        const HFONT font = FontOf(control.Face);
+        int margin = dynamic_cast<CheckBox*>(control.Owner) != nullptr ? 18 : 2, widest = 0;
+        if (dynamic_cast<DropDownList*>(control.Owner) != nullptr) {
+            margin = kArrowWidth + 6;
+            wchar_t entry[256] = L"";
+            const auto read = reinterpret_cast<LPARAM>(entry);
+            for (WPARAM i = 0; SendMessageW(control.Window, CB_GETLBTEXT, i, read) != CB_ERR; ++i)
+                widest = std::max(widest, WidthOf(font, entry));
+        } else if (control.Caption() != nullptr) {
+            widest = WidthOf(font, control.Caption()->Text);
+        } else if ((GetWindowLongPtrW(control.Window, GWL_STYLE) & ES_MULTILINE) == 0) {
+            widest = WidthOf(font, TextOf(control.Window));
+        }
+        return widest > 0 && (widest + Scaled(margin) > WidthOf(control.Place) ||
+                              MetricsOf(font).tmHeight > HeightOf(control.Place));
+    });
 }
 
 std::vector<std::string> Controls(std::string_view form) {
-    const auto& found = FindForm(form);
     RECT area;
-    GetClientRect(found.Window, &area);
-    std::vector<std::string> names;
-    for (const Control::Native* control : found.Controls) {
-        const RECT& place = control->Place;
-        if (PtInRect(&area, {(place.left + place.right) / 2, (place.top + place.bottom) / 2}))
-            names.push_back(control->Name);
-    }
-    return names;
+    GetClientRect(FindForm(form).Window, &area);
+    return Named(form, [&area](const Control::Native& control) {
+        const RECT& place = control.Place;
+        return PtInRect(&area, {(place.left + place.right) / 2, (place.top + place.bottom) / 2}) != FALSE;
+    });
 }
 
 std::vector<std::string> Pressed(std::string_view form) {
-    std::vector<std::string> names;
-    for (const Control::Native* control : FindForm(form).Controls) {
-        const auto* label = dynamic_cast<const LabelNative*>(control);
-        if (label != nullptr && label->Bordered) names.push_back(label->Name);
-    }
-    return names;
+    return Named(form, [](const Control::Native& control) {
+        const auto* label = dynamic_cast<const LabelNative*>(&control);
+        return label != nullptr && label->Bordered;
+    });
 }
 
 std::string Focus(std::string_view form) {
