@@ -45,19 +45,6 @@ MONITORINFO PointersScreen() {
     return screen;
 }
 
-void RegisterFormClass() {
-    static const ATOM registered = [] {
-        WNDCLASSEXW form{};
-        form.cbSize = sizeof form;
-        form.lpfnWndProc = Form::Native::Procedure;
-        form.hInstance = GetModuleHandleW(nullptr);
-        form.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        form.lpszClassName = kFormClass;
-        return RegisterClassExW(&form);
-    }();
-    static_cast<void>(registered);
-}
-
 }  // namespace
 
 std::vector<Form::Native*>& Form::Native::All() {
@@ -73,11 +60,11 @@ Form::Native::Native(Form& form, std::string_view name, std::string_view caption
       Height(static_cast<float>(height) * kTwipsPerPixel),
       Back(GetSysColor(COLOR_BTNFACE)),
       width_(width) {
-    RegisterFormClass();
+    static const ATOM formClass = RegisteredClass(kFormClass, Procedure);
     const bool frameless = frame == FormFrame::None;
-    Window = CreateWindowExW(frameless ? kExtended : kDialogExtended, kFormClass, ToWide(caption).c_str(),
-                             frameless ? kFrameless : kDialog, 0, 0, 0, 0, nullptr, nullptr,
-                             GetModuleHandleW(nullptr), nullptr);
+    Window = CreateWindowExW(frameless ? kExtended : kDialogExtended, MAKEINTATOM(formClass),
+                             ToWide(caption).c_str(), frameless ? kFrameless : kDialog, 0, 0, 0, 0, nullptr,
+                             nullptr, GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(Window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetHeight(Height);
     All().push_back(this);

@@ -76,6 +76,15 @@ Bitmap PictureOf(std::string_view name, int width, int height) {
     return fitting;
 }
 
+void Put(HDC canvas, const Bitmap& picture) {
+    const HDC from = CreateCompatibleDC(canvas);
+    const HGDIOBJ before = SelectObject(from, picture.Handle);
+    GdiAlphaBlend(canvas, 0, 0, picture.Width, picture.Height, from, 0, 0, picture.Width, picture.Height,
+                  {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA});
+    SelectObject(from, before);
+    DeleteDC(from);
+}
+
 // The window passes pictures by that nobody could name.
 Told TellPicture(const Control::Native& picture, Told told) {
     told.Role = ROLE_SYSTEM_GRAPHIC;
@@ -89,16 +98,11 @@ struct PictureNative : Control::Native {
 
     void Draw(HDC canvas, const RECT& area) override {
         // The same picture may stand in many places.
-        static std::map<std::tuple<std::string, int, int>, HBITMAP> loaded;
+        static std::map<std::tuple<std::string, int, int>, Bitmap> loaded;
         const int width = WidthOf(area), height = HeightOf(area);
-        HBITMAP& picture = loaded[{File, width, height}];
-        if (picture == nullptr) picture = PictureOf(File, width, height).Handle;
-        const HDC from = CreateCompatibleDC(canvas);
-        const HGDIOBJ before = SelectObject(from, picture);
-        GdiAlphaBlend(canvas, 0, 0, width, height, from, 0, 0, width, height,
-                      {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA});
-        SelectObject(from, before);
-        DeleteDC(from);
+        Bitmap& picture = loaded[{File, width, height}];
+        if (picture.Handle == nullptr) picture = PictureOf(File, width, height);
+        Put(canvas, picture);
     }
     bool Transparent() const override { return true; }
     Told Tell() const override { return TellPicture(*this, Native::Tell()); }
@@ -112,13 +116,9 @@ struct CanvasNative : Control::Native {
         : Native(form, name, place, nullptr, 0, Pointer::Plain), File(picture) {}
     ~CanvasNative() override { DeleteObject(Bits.Handle); }
 
-    void Draw(HDC canvas, const RECT& area) override {
+    void Draw(HDC canvas, const RECT& /*area*/) override {
         Load();
-        const HDC from = CreateCompatibleDC(canvas);
-        const HGDIOBJ before = SelectObject(from, Bits.Handle);
-        BitBlt(canvas, 0, 0, WidthOf(area), HeightOf(area), from, 0, 0, SRCCOPY);
-        SelectObject(from, before);
-        DeleteDC(from);
+        Put(canvas, Bits);
     }
     Told Tell() const override { return TellPicture(*this, Native::Tell()); }
 

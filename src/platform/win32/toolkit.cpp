@@ -23,7 +23,6 @@ constexpr UINT kPressLater = WM_APP + 1;
 
 LRESULT CALLBACK ControlProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* control = reinterpret_cast<Control::Native*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (control == nullptr) return DefWindowProcW(window, message, wParam, lParam);
     return control->Message(message, wParam, lParam);
 }
 
@@ -78,6 +77,16 @@ HDC CanvasOf(int width, int height) {
 HANDLE LauncherDrawn() {
     static const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     return event;
+}
+
+ATOM RegisteredClass(const wchar_t* name, WNDPROC procedure) {
+    WNDCLASSW made{};
+    made.style = CS_DBLCLKS;
+    made.lpfnWndProc = procedure;
+    made.hInstance = GetModuleHandleW(nullptr);
+    made.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    made.lpszClassName = name;
+    return RegisterClassW(&made);
 }
 
 WNDPROC Subclassed(HWND window, WNDPROC procedure) {
@@ -263,34 +272,20 @@ ParsedCaption ParseCaption(std::string_view caption) {
 Control::Native::Native(Form& form, std::string_view name, const Rect& place, const wchar_t* windowClass,
                         DWORD style, Pointer pointer, DWORD extendedStyle)
     : Parent(&form.Toolkit()), Place(ScaledRect(place)), Name(name), pointer_(pointer) {
-    static const ATOM drawnClass = [] {
-        WNDCLASSEXW drawn{.cbSize = sizeof drawn,
-                          .style = CS_DBLCLKS,
-                          .lpfnWndProc = ControlProcedure,
-                          .cbClsExtra = 0,
-                          .cbWndExtra = 0,
-                          .hInstance = GetModuleHandleW(nullptr),
-                          .hIcon = nullptr,
-                          .hCursor = LoadCursorW(nullptr, IDC_ARROW),
-                          .hbrBackground = nullptr,
-                          .lpszMenuName = nullptr,
-                          .lpszClassName = kDrawnClass,
-                          .hIconSm = nullptr};
-        return RegisterClassExW(&drawn);
-    }();
+    static const ATOM drawnClass = RegisteredClass(kDrawnClass, DefWindowProcW);
     if (windowClass != nullptr) LoadSystemControls();
     Window = CreateWindowExW(extendedStyle, windowClass == nullptr ? MAKEINTATOM(drawnClass) : windowClass,
                              nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, Place.left, Place.top,
                              WidthOf(Place), HeightOf(Place), Parent->Window, nullptr,
                              GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(Window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    if (windowClass != nullptr) before_ = Subclassed(Window, ControlProcedure);
+    before_ = Subclassed(Window, ControlProcedure);
     Order = Parent->Enrol(*this);
 }
 
 Control::Native::~Native() {
     Parent->Forget(*this);
-    if (before_ != DefWindowProcW) Subclassed(Window, before_);
+    Subclassed(Window, before_);
     SetWindowLongPtrW(Window, GWLP_USERDATA, 0);
     ShowWindow(Window, SW_HIDE);
     PostMessageW(Parent->Window, kDestroyLater, 0, reinterpret_cast<LPARAM>(Window));

@@ -22,6 +22,8 @@ std::wstring TextOf(HWND window);
 // An event that comes when the first window is on the screen.
 HANDLE LauncherDrawn();
 
+// A class of windows that draw themselves.
+ATOM RegisteredClass(const wchar_t* name, WNDPROC procedure);
 // Hands the messages of a window to a procedure; gives the one that had them.
 WNDPROC Subclassed(HWND window, WNDPROC procedure);
 
@@ -166,7 +168,7 @@ struct Control::Native {
     LRESULT HandlePointer(UINT message, WPARAM wParam, LPARAM lParam);
     void DrawAllHere();
 
-    WNDPROC before_ = DefWindowProcW;  // the window's own
+    WNDPROC before_ = nullptr;  // the window's own
     Pointer pointer_;
     UINT pressed_ = 0;  // the message that began a press
 };
