@@ -320,7 +320,7 @@ void WhenToolkitWarns(void (*tell)(const std::string& warning)) {
     });
 }
 
-const std::size_t kLateCaches = 5'000'000;
+const std::size_t kLateCaches = 500'000;
 
 std::size_t HeldResources() {
 #if defined(__SANITIZE_ADDRESS__)
