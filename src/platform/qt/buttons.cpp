@@ -1,4 +1,5 @@
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QPushButton>
 
 #include "platform/controls.h"
@@ -14,6 +15,19 @@ class CheckWidget : public QCheckBox {
  protected:
     // The whole control is the target, not only the box and the letters.
     bool hitButton(const QPoint& at) const override { return rect().contains(at); }
+};
+
+class PushWidget : public QPushButton {
+ public:
+    using QPushButton::QPushButton;
+
+ protected:
+    // Return, which not every desktop gives to a button; held down it is one press.
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+            return QPushButton::keyPressEvent(event);
+        if (!event->isAutoRepeat()) click();
+    }
 };
 
 // Access keys go through the form, which moves the focus before the press as a click with the pointer does.
@@ -41,10 +55,9 @@ CheckBox::CheckBox(Form& form, std::string_view name, const Rect& place, std::st
 bool CheckBox::Checked() const { return static_cast<CheckWidget*>(Toolkit().Widget)->isChecked(); }
 
 PushButton::PushButton(Form& form, std::string_view name, const Rect& place, std::string_view caption)
-    : Control(std::make_unique<Native>(form, name, place, new QPushButton(form.Toolkit().Widget),
+    : Control(std::make_unique<Native>(form, name, place, new PushWidget(form.Toolkit().Widget),
                                        Native::Pointer::Toolkit)) {
     auto& button = static_cast<QPushButton&>(*Toolkit().Widget);
-    button.setAutoDefault(true);  // Return is for it, which not every desktop gives to a button
     TakeCaption(button, Toolkit(), caption);
     QObject::connect(&button, &QPushButton::clicked, &Toolkit(), [this] {
         if (Click) Click();
