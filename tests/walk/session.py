@@ -178,16 +178,19 @@ class Session:
 
     def __init__(self, path, home):
         self.output = pathlib.Path(home) / "program.log"
-        Atspi.get_desktop(0).set_cache_mask(Atspi.Cache.NONE)
         Atspi.get_desktop(0).get_child_count()  # the program looks for assistive technology when it starts
         with open(self.output, "w") as log:
             self.process = start(str(pathlib.Path(path).resolve()), cwd=home, stdout=log, stderr=log)
         self.launcher = self.window(LAUNCHER)
 
     def accessible_windows(self):
-        programs = Control(Atspi.get_desktop(0)).controls()
-        return [window for program in programs if program.accessible.get_process_id() == self.process.pid
-                for window in program.controls() if window.showing]
+        desktop = Atspi.get_desktop(0)
+        for i in range(desktop.get_child_count()):
+            program = desktop.get_child_at_index(i)
+            if program and program.get_process_id() == self.process.pid:
+                program.set_cache_mask(Atspi.Cache.NONE)
+                return [window for window in Control(program).controls() if window.showing]
+        return []
 
     def window_numbers(self):
         """The numbers of the windows on the screen, in the order in which they were made."""
