@@ -40,7 +40,6 @@ class Form {
     void Show();
     // Keeps everything as it is.
     void Hide();
-    bool Visible() const;
 
     // Before the first Show: in front of the windows of other programs as well.
     void StayOnTop();
@@ -54,7 +53,6 @@ class Form {
 
     float Left() const;
     float Top() const;
-    float Height() const;
     void SetLeft(float twips);
     void SetTop(float twips);
     void SetHeight(float twips);

@@ -104,6 +104,8 @@ def windows(program, folder=None):
             file.unlink()
         session = WineSession(program, home)
         session.launcher.photograph(pictures / "frmMain.png")
+        loaded = pathlib.Path(f"/proc/{session.process.pid}/maps")
+        wait_for("what plays sounds", lambda: "winmm.dll" in loaded.read_text())
         for button, tool in TOOLS.items():
             window = session.open(button)
             window.photograph(pictures / f"{tool.name}.png")

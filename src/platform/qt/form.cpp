@@ -27,7 +27,6 @@ Form::~Form() { native_->Widget->Orphan(); }
 
 void Form::Show() { native_->Widget->ShowAgain(); }
 void Form::Hide() { native_->Widget->hide(); }
-bool Form::Visible() const { return native_->Widget->isVisible(); }
 
 void Form::StayOnTop() { native_->Widget->setWindowFlag(Qt::WindowStaysOnTopHint); }
 void Form::Centre() { native_->Widget->Centre(); }
@@ -48,7 +47,6 @@ void Form::SetSpokenName(std::string_view name) { native_->Widget->setAccessible
 
 float Form::Left() const { return native_->Widget->Left(); }
 float Form::Top() const { return native_->Widget->Top(); }
-float Form::Height() const { return native_->Widget->Height(); }
 void Form::SetLeft(float twips) { native_->Widget->MoveTo(twips, Top()); }
 void Form::SetTop(float twips) { native_->Widget->MoveTo(Left(), twips); }
 void Form::SetHeight(float twips) { native_->Widget->SetHeight(twips); }

@@ -225,10 +225,7 @@ void FormWidget::ShowAgain() {
     activateWindow();
 }
 
-void FormWidget::SetHeight(float height) {
-    height_ = height;
-    setFixedHeight(std::max(1, ToPixels(height)));
-}
+void FormWidget::SetHeight(float height) { setFixedHeight(std::max(1, ToPixels(height))); }
 
 void FormWidget::Orphan() {
     form_ = nullptr;

@@ -33,7 +33,6 @@ class FormWidget : public QWidget {
     // In twips, as they were written.
     float Left() const { return left_; }
     float Top() const { return top_; }
-    float Height() const { return height_; }
     void MoveTo(float left, float top);
     void SetHeight(float height);
     void Centre();
@@ -56,7 +55,6 @@ class FormWidget : public QWidget {
     Control::Native* focused_ = nullptr;  // the last that the focus came to
     float left_ = 0;
     float top_ = 0;
-    float height_ = 0;
     struct Request {
         QPoint Position;
         std::chrono::steady_clock::time_point At;

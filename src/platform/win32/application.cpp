@@ -11,14 +11,33 @@ namespace {
 
 constexpr wchar_t kProgramTitle[] = L"Orvane Utilities";
 
+// Gives whether the clipboard has taken the text. The system keeps it; nobody needs to answer for it later.
+bool Copied(const std::wstring& text, HWND owner) {
+    // Another program may just be looking.
+    for (int i = 0; OpenClipboard(owner) == FALSE; ++i) {
+        if (i == 20) return false;
+        Sleep(10);
+    }
+    EmptyClipboard();
+    bool taken = false;
+    const std::size_t size = (text.size() + 1) * sizeof text[0];
+    const HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, size);
+    if (void* place = data == nullptr ? nullptr : GlobalLock(data)) {
+        CopyMemory(place, text.c_str(), size);
+        GlobalUnlock(data);
+        taken = SetClipboardData(CF_UNICODETEXT, data) != nullptr;
+        if (!taken) GlobalFree(data);
+    }
+    CloseClipboard();
+    return taken;
+}
+
 }  // namespace
 
 Application::Application(int&, char**) {}
 
 void Application::Run() {
-    for (const Form::Native* form : Form::Native::All())
-        RedrawWindow(form->Window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    SetEvent(LauncherDrawn());
+    SetEvent(FirstDrawn());
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         TranslateMessage(&message);
@@ -38,23 +57,10 @@ void EndProgram() {
     PostQuitMessage(EXIT_SUCCESS);
 }
 
-// The system keeps the text; no program needs to answer for it later.
+// In no window's name, since in Wine the text goes with that window; a system may refuse it.
 void SetClipboardText(std::string_view text) {
     const std::wstring wide = ToWide(text);
-    const std::size_t size = (wide.size() + 1) * sizeof wide[0];
-    // Another program may just be looking.
-    for (int i = 0; OpenClipboard(nullptr) == FALSE; ++i) {
-        if (i == 20) return;
-        Sleep(10);
-    }
-    EmptyClipboard();
-    const HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, size);
-    if (void* place = data == nullptr ? nullptr : GlobalLock(data)) {
-        CopyMemory(place, wide.c_str(), size);
-        GlobalUnlock(data);
-        if (SetClipboardData(CF_UNICODETEXT, data) == nullptr) GlobalFree(data);
-    }
-    CloseClipboard();
+    if (!Copied(wide, nullptr)) Copied(wide, GetActiveWindow());
 }
 
 void ShowMessage(std::string_view text) {

@@ -54,19 +54,14 @@ std::vector<Form::Native*>& Form::Native::All() {
 
 Form::Native::Native(Form& form, std::string_view name, std::string_view caption, int width, int height,
                      FormFrame frame)
-    : Owner(&form),
-      Name(name),
-      Frame(frame),
-      Height(static_cast<float>(height) * kTwipsPerPixel),
-      Back(GetSysColor(COLOR_BTNFACE)),
-      width_(width) {
+    : Owner(&form), Name(name), Frame(frame), Back(GetSysColor(COLOR_BTNFACE)), width_(width) {
     static const ATOM formClass = RegisteredClass(kFormClass, Procedure);
     const bool frameless = frame == FormFrame::None;
     Window = CreateWindowExW(frameless ? kExtended : kDialogExtended, MAKEINTATOM(formClass),
                              ToWide(caption).c_str(), frameless ? kFrameless : kDialog, 0, 0, 0, 0, nullptr,
                              nullptr, GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(Window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    SetHeight(Height);
+    SetHeight(static_cast<float>(height) * kTwipsPerPixel);
     All().push_back(this);
 }
 
@@ -207,7 +202,6 @@ void Form::Native::Moved() {
 }
 
 void Form::Native::SetHeight(float twips) {
-    Height = twips;
     RECT outer{0, 0, Scaled(width_), std::max(1, ToPixels(twips))};
     AdjustWindowRectEx(&outer, static_cast<DWORD>(GetWindowLongPtrW(Window, GWL_STYLE)), FALSE,
                        static_cast<DWORD>(GetWindowLongPtrW(Window, GWL_EXSTYLE)));
@@ -228,8 +222,9 @@ void Form::Native::ShowAgain() {
         shownBefore_ = true;
     }
     if (IsIconic(Window)) ShowWindow(Window, SW_RESTORE);
-    // Each control is drawn whole, so nothing needs to be erased ahead of that.
+    // Drawn in one go, and not erased ahead of that.
     SetWindowPos(Window, nullptr, 0, 0, 0, 0, SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOSIZE | SWP_DEFERERASE);
+    RedrawWindow(Window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     SetForegroundWindow(Window);
 }
 
@@ -328,7 +323,6 @@ Form::~Form() = default;
 
 void Form::Show() { native_->ShowAgain(); }
 void Form::Hide() { ShowWindow(native_->Window, SW_HIDE); }
-bool Form::Visible() const { return IsWindowVisible(native_->Window) != FALSE; }
 
 void Form::StayOnTop() {
     SetWindowPos(native_->Window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -356,7 +350,6 @@ void Form::SetSpokenName(std::string_view name) { native_->SpokenName = ToWide(n
 
 float Form::Left() const { return native_->Left; }
 float Form::Top() const { return native_->Top; }
-float Form::Height() const { return native_->Height; }
 void Form::SetLeft(float twips) { native_->MoveTo(twips, Top()); }
 void Form::SetTop(float twips) { native_->MoveTo(Left(), twips); }
 void Form::SetHeight(float twips) { native_->SetHeight(twips); }

@@ -11,7 +11,7 @@ namespace platform {
 
 // The sound library is slow to load, so it comes into the process when the launcher has.
 void ServeSounds(SoundRequests& requests) {
-    WaitForSingleObject(LauncherDrawn(), INFINITE);
+    WaitForSingleObject(FirstDrawn(), INFINITE);
     const HMODULE library = LoadLibraryExW(L"winmm.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     if (library == nullptr) return;
     const auto play = reinterpret_cast<decltype(&PlaySoundW)>(

@@ -74,7 +74,7 @@ HDC CanvasOf(int width, int height) {
 
 }  // namespace
 
-HANDLE LauncherDrawn() {
+HANDLE FirstDrawn() {
     static const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     return event;
 }

@@ -20,7 +20,7 @@ std::string FromWide(std::wstring_view text);
 std::wstring TextOf(HWND window);
 
 // An event that comes when the first window is on the screen.
-HANDLE LauncherDrawn();
+HANDLE FirstDrawn();
 
 // A class of windows that draw themselves.
 ATOM RegisteredClass(const wchar_t* name, WNDPROC procedure);
@@ -43,7 +43,7 @@ int HeightOf(const RECT& rect);
 HFONT FontOf(const Font& font);
 HFONT FontOf(const Font& font, int pixels, int percentOfWidth);
 int PixelsOf(const Font& font);
-// A canvas that nobody sees, to measure texts on.
+// The canvas to measure texts on, which nobody sees. It has the font until the next call.
 HDC MeasuringIn(HFONT font);
 TEXTMETRICW MetricsOf(HFONT font);
 int WidthOf(HFONT font, std::wstring_view text);
@@ -228,7 +228,6 @@ struct Form::Native {
     FormFrame Frame;
     float Left = 0;  // in twips, as they were written
     float Top = 0;
-    float Height = 0;
     COLORREF Back;
     std::wstring SpokenName;
     std::vector<Control::Native*> Controls;
