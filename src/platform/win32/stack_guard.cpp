@@ -1,5 +1,6 @@
-// The number that guards the stack, and what happens when it was written over. The compiler's own library
-// would load the system's old cryptography for it at every start.
+// The number that guards the stack, what happens when it was written over, and when a checked copy would go
+// too far. The compiler's own library, in which all three are one piece, would load the system's old
+// cryptography for it at every start.
 
 #define _CRT_RAND_S  // NOLINT(bugprone-reserved-identifier): brings rand_s
 

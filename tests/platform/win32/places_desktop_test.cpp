@@ -5,6 +5,8 @@
 
 #include "platform/application.h"
 
+extern "C" std::uintptr_t __stack_chk_guard;  // NOLINT(bugprone-reserved-identifier)
+
 namespace platform {
 namespace {
 
@@ -51,6 +53,17 @@ TEST(Win32Desktop, WhatIsCopiedTakesThePlaceOfAllThatWas) {
     EXPECT_TRUE(IsClipboardFormatAvailable(picture));
     SetClipboardText("text");
     EXPECT_FALSE(IsClipboardFormatAvailable(picture));
+}
+
+TEST(Win32Desktop, TheProgramIsHardened) {
+    const auto* image = reinterpret_cast<const char*>(GetModuleHandleW(nullptr));
+    const auto& start = *reinterpret_cast<const IMAGE_DOS_HEADER*>(image);
+    const auto& header = *reinterpret_cast<const IMAGE_NT_HEADERS*>(image + start.e_lfanew);
+    constexpr WORD kHardened = IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE | IMAGE_DLLCHARACTERISTICS_NX_COMPAT |
+                               IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA;
+    EXPECT_EQ(header.OptionalHeader.DllCharacteristics & kHardened, kHardened);
+    EXPECT_NE(__stack_chk_guard, 0U);
+    EXPECT_EQ(__stack_chk_guard & 0xFF, 0U);
 }
 
 }  // namespace

@@ -201,6 +201,7 @@ void Key(std::string_view form, std::string_view key) {
     SendKey(key);
 }
 
+// As an input method does; Key presses keys.
 void Type(std::string_view form, std::string_view text) {
     TurnTo(form);
     for (const wchar_t c : ToWide(text)) {
@@ -321,8 +322,10 @@ std::vector<std::string> CutTexts(std::string_view form) {
         } else if ((GetWindowLongPtrW(control.Window, GWL_STYLE) & ES_MULTILINE) == 0) {
             widest = WidthOf(font, TextOf(control.Window));
         }
-        return widest > 0 && (widest + Scaled(margin) > WidthOf(control.Place) ||
-                              MetricsOf(font).tmHeight > HeightOf(control.Place));
+        RECT area;
+        GetWindowRect(control.Window, &area);
+        return widest > 0 &&
+               (widest + Scaled(margin) > WidthOf(area) || MetricsOf(font).tmHeight > HeightOf(area));
     });
 }
 
