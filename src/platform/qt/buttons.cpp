@@ -26,7 +26,7 @@ class PushWidget : public QPushButton {
     void keyPressEvent(QKeyEvent* event) override {
         if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
             return QPushButton::keyPressEvent(event);
-        if (!event->isAutoRepeat()) click();
+        if (!event->isAutoRepeat() && !event->modifiers().testFlag(Qt::AltModifier)) click();
     }
 };
 

@@ -88,13 +88,13 @@ void RemoveLeftOvers(const Path& folder) {
 class NewFile {
  public:
     NewFile(const Path& folder, mode_t mode) {
-        constexpr int kTries = 20;
+        constexpr int kTries = 20;  // many may save at once, and each looks for left-overs
         for (int i = 0; i < kTries && file_ < 0; ++i) {
             std::uint64_t number = 0;
             if (::getentropy(&number, sizeof number) != 0) return;
             path_ = folder / NewFileName(number);
             file_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
-            if (file_ < 0) continue;
+            if (file_ < 0) return;
             // Another save may have come before the lock and taken the file for a left-over.
             struct stat status = {};
             const bool taken = ::flock(file_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
