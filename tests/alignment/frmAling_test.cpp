@@ -75,7 +75,8 @@ TEST_F(Meter, TurnsThePixelsOfTheBarsAndPointsWithInk) {
 
 TEST_F(Meter, ReportsAnUnknownCodeAndGoesOnAsFarAsThereAreSlots) {
     Ask(0, {});
-    static int seen = 0;
+    static int seen;
+    seen = 0;
     robot::WhenMessageComes([] {
         ++seen;
         EXPECT_EQ(robot::MessageText(), "error");

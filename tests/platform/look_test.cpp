@@ -40,16 +40,20 @@ TEST_F(Look, TheThemeIsDrawn) {
         EXPECT_EQ(robot::OnTop(form), themed) << form;
         EXPECT_EQ(robot::Pixel(form, 4, 28) == orvane::kWindowBack, themed) << form;
     }
-    const auto underline = robot::Pixels("frmRange2Dice", {8, 45, 33, 2});
+    const std::string form = "frmRange2Dice";
+    const platform::Rect from = robot::Bounds(form, "Label1"), box = robot::Bounds(form, "chkAuto");
+    const auto underline = robot::Pixels(form, {from.Left, from.Top + 13, from.Width, 2});
     EXPECT_LE(std::ranges::count(underline, orvane::kWindowBack), 61);
-    constexpr platform::Rect kMark{13, 60, 9, 9};
-    const auto unchecked = robot::Pixels("frmRange2Dice", kMark);
-    robot::TurnTo("frmRange2Dice");
+    const platform::Rect mark{box.Left + 5, box.Top + 4, 9, 9};
+    const auto unchecked = robot::Pixels(form, mark);
+    robot::TurnTo(form);
     // Behind the last letter, which is the box's as well.
-    robot::Press("frmRange2Dice", {55, 64});
-    robot::Release("frmRange2Dice", {55, 64});
-    EXPECT_TRUE(robot::Pixels("frmRange2Dice", kMark) != unchecked);
-    EXPECT_EQ(robot::Pixel("frmWeapons", 260, 150), orvane::kControlLine);  // the scroll bar's left edge
+    robot::Press(form, {box.Left + 47, box.Top + 8});
+    robot::Release(form, {box.Left + 47, box.Top + 8});
+    EXPECT_TRUE(robot::Pixels(form, mark) != unchecked);
+    const platform::Rect sheet = robot::Bounds("frmWeapons", "txtResult");  // the scroll bar's left edge
+    EXPECT_EQ(robot::Pixel("frmWeapons", sheet.Left + sheet.Width - 13, sheet.Top + 78),
+              orvane::kControlLine);
     robot::OpenList("frmStatsGenerator", "cmbClass");
     EXPECT_EQ(robot::PopupPixel(0, 30), orvane::kControlLine);
     EXPECT_EQ(robot::PopupPixel(100, 60), orvane::kControlColors.Back);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <iterator>
 #include <vector>
 
@@ -38,6 +39,10 @@ TEST(StatCount, AllSelectionsFollowTheNetCounts) {
     for (const auto& entry : RaceModifiers) entries.push_back(entry.Entry);
     for (const auto& entry : ClassModifiers) entries.push_back(entry.Entry);
     ASSERT_TRUE(std::ranges::equal(entries, kChoices, {}, {}, &Choice::Entry)) << "kChoices and the lists";
+    std::ifstream file(ORVANE_SOURCE_FOLDER "/docs/stats-generator.md");
+    const std::string page{std::istreambuf_iterator<char>(file), {}};
+    for (const auto entry : entries)
+        EXPECT_TRUE(page.find("| " + std::string(entry) + " |") != page.npos) << entry << ": documentation";
     const auto net = [](const Choice& choice, std::string_view stat) {
         const auto in = [stat](std::string_view list) {
             return list.find(stat.substr(0, 2)) != list.npos ? 1 : 0;

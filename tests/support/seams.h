@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,6 +15,7 @@ class ScriptedRandom {
     explicit ScriptedRandom(const std::vector<float>& values) {
         platform::SetRandomSource([this, values] {
             const auto index = static_cast<std::size_t>(count_++);
+            if (index > values.size() + 9) throw std::runtime_error("more draws than the test lists");
             return index < values.size() ? values[index] : 0.0F;
         });
     }

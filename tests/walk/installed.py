@@ -43,9 +43,12 @@ class Speaker:
                 raise Failure(f"the sound {other} went on and was not replaced by {name}")
 
 
+def run(*words):
+    subprocess.run(words, check=True, stdout=subprocess.DEVNULL)
+
+
 def unpack(scratch, first, second=None):
     """Puts what is to be installed into folders of their own. Gives the command and the portable program."""
-    run = lambda *words: subprocess.check_output(words)
     root, portable = scratch / "root", scratch / FOLDER
     if second:
         portable.mkdir(parents=True)

@@ -150,7 +150,8 @@ def walk(path, folder=None, manager="openbox"):
         session = Session(path, home)
         session.ways = [way for way in WAYS if (manager, way) != ("i3", "minimised")]  # no place there
         look(session.launcher, pictures / f"{LAUNCHER.name}.png")
-        hear("Will quit program", session.launcher.button("Exit").hover)
+        leave = session.launcher.button("Exit")
+        hear(leave.description, leave.hover)
         for button in TOOLS:
             visit(session, button, pictures)
         session.open("Alingments").press("Editor")

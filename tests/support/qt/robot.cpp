@@ -252,11 +252,11 @@ std::vector<std::string> CutTexts(std::string_view form) {
                                                  list);
             for (int i = 0; i < list->count(); ++i) texts.push_back(list->itemText(i));
         }
-        return QFontInfo(font).pixelSize() < kSmallest ||
-               std::ranges::any_of(texts, [&](const QString& text) {
-                   const QRectF drawn = QFontMetricsF(font).boundingRect(room, flags, text);
-                   return !text.isEmpty() && (drawn.width() > room.width() || drawn.height() > room.height());
-               });
+        const auto isCut = [&](const QString& text) {
+            const QRectF drawn = QFontMetricsF(font).boundingRect(room, flags, text);
+            return !text.isEmpty() && (drawn.width() > room.width() || drawn.height() > room.height());
+        };
+        return QFontInfo(font).pixelSize() < kSmallest || std::ranges::any_of(texts, isCut);
     });
 }
 
