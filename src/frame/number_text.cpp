@@ -91,7 +91,8 @@ std::string NumberText(double Value) {
     constexpr int kDigits = 15;
     const auto put = [magnitude](std::chars_format form, int digits) {
         std::string text(static_cast<std::size_t>(digits) + 20, '\0');  // with a point and an exponent
-        char* const end = std::to_chars(text.data(), text.data() + text.size(), magnitude, form, digits).ptr;
+        const char* const end =
+            std::to_chars(text.data(), text.data() + text.size(), magnitude, form, digits).ptr;
         text.resize(static_cast<std::size_t>(end - text.data()));
         return text;
     };
