@@ -21,7 +21,6 @@ namespace {
 using namespace platform;
 
 bool ended = false;
-UINT dispatched = WM_NULL;
 
 // The program does all that there is to do.
 void Settle() {
@@ -29,7 +28,6 @@ void Settle() {
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) ended = true;
         TranslateMessage(&message);
-        dispatched = message.message;
         DispatchMessageW(&message);
     }
 }
@@ -419,15 +417,10 @@ std::size_t HeldResources() {
     return held;
 }
 
-// A menu does not let its step end, nor does a scroll bar or a title while it is held.
+// A menu does not let its step end.
 bool Live(const std::function<bool()>& step) {
-    static const auto release = [](HWND, UINT, UINT_PTR, DWORD) {
-        if (dispatched == WM_TIMER) return;
-        EndMenu();
-        for (const Button button : {Button::Left, Button::Middle, Button::Right})
-            mouse_event(Flag(button, false), 0, 0, 0, 0);
-    };
-    static const UINT_PTR waiting = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, release);
+    static const UINT_PTR waiting =
+        SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) { EndMenu(); });
     static_cast<void>(waiting);
     for (ended = false;;) {
         Settle();
