@@ -21,6 +21,7 @@ namespace {
 using namespace platform;
 
 bool ended = false;
+UINT dispatched = WM_NULL;
 
 // The program does all that there is to do.
 void Settle() {
@@ -28,6 +29,7 @@ void Settle() {
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) ended = true;
         TranslateMessage(&message);
+        dispatched = message.message;
         DispatchMessageW(&message);
     }
 }
@@ -417,10 +419,13 @@ std::size_t HeldResources() {
     return held;
 }
 
-// A menu does not let its step end.
+// A menu does not let its step end, nor does a title or scroll bar of the system before the button is let go.
 bool Live(const std::function<bool()>& step) {
-    static const UINT_PTR waiting =
-        SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) { EndMenu(); });
+    static const auto letGo = [](HWND, UINT, UINT_PTR, DWORD) {
+        EndMenu();
+        if (dispatched == WM_NCLBUTTONDOWN) mouse_event(Flag(Button::Left, false), 0, 0, 0, 0);
+    };
+    static const UINT_PTR waiting = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, letGo);
     static_cast<void>(waiting);
     for (ended = false;;) {
         Settle();
