@@ -41,36 +41,37 @@ TEST_F(Controls, AFormComesUpWhereNoOtherIs) {
 }
 
 TEST_F(Controls, ALabelThatGotThePressGetsTheRest) {
-    Label label(form, "label", {10, 10, 50, 20}, {});
-    CheckBox silent(form, "silent", {100, 10, 50, 20}, "");
+    // At places that are whole on a screen of any density.
+    Label label(form, "label", {8, 8, 52, 20}, {});
+    CheckBox silent(form, "silent", {100, 8, 52, 20}, "");
     form.MouseMove = Note("form");
     label.MouseDown = Note("down");
     label.MouseMove = Note("move");
     label.MouseUp = Note("up");
     label.Click = Note("click");
     form.Show();
-    robot::Move("Test", {12, 13});
-    robot::Press("Test", {12, 13});
-    robot::Move("Test", {110, 100});
-    robot::Release("Test", {110, 100});
-    EXPECT_EQ(Events(), (Strings{"move 2 3", "down 2 3", "move 100 90", "up 100 90"}));
-    robot::Move("Test", {12, 13});
-    robot::Press("Test", {12, 13}, robot::Button::Middle);
-    robot::Press("Test", {12, 13}, robot::Button::Right);
-    robot::Release("Test", {12, 13}, robot::Button::Right);
-    robot::Release("Test", {12, 13}, robot::Button::Middle);
-    EXPECT_EQ(Events(), (Strings{"move 2 3", "down 2 3", "up 2 3", "click"}));
+    robot::Move("Test", {12, 16});
+    robot::Press("Test", {12, 16});
+    robot::Move("Test", {108, 100});
+    robot::Release("Test", {108, 100});
+    EXPECT_EQ(Events(), (Strings{"move 4 8", "down 4 8", "move 100 92", "up 100 92"}));
+    robot::Move("Test", {12, 16});
+    robot::Press("Test", {12, 16}, robot::Button::Middle);
+    robot::Press("Test", {12, 16}, robot::Button::Right);
+    robot::Release("Test", {12, 16}, robot::Button::Right);
+    robot::Release("Test", {12, 16}, robot::Button::Middle);
+    EXPECT_EQ(Events(), (Strings{"move 4 8", "down 4 8", "up 4 8", "click"}));
     robot::DoubleClick("Test", "label");
     EXPECT_EQ(std::ranges::count(Events(), "click"), 2);
-    robot::Press("Test", {12, 13});
+    robot::Press("Test", {12, 16});
     form.Hide();
     EXPECT_EQ(Events().back(), "up 0 0");
     form.Show();
-    robot::Release("Test", {12, 13});
+    robot::Release("Test", {12, 16});
     // A control without handlers ends an event, the form's own background has it.
     robot::Hover("Test", "silent");
-    robot::Move("Test", {200, 150});
-    EXPECT_EQ(Events(), Strings{"form 200 150"});
+    robot::Move("Test", {200, 152});
+    EXPECT_EQ(Events(), Strings{"form 200 152"});
 }
 
 TEST_F(Controls, ATextIsEnteredAndToldAsItStands) {

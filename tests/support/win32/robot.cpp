@@ -8,10 +8,12 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <ranges>
 #include <stdexcept>
 #include <utility>
 
 #include "platform/win32/label.h"
+#include "platform/win32/pasted_text.h"
 #include "platform/win32/theme_style.h"
 #include "platform/win32/toolkit.h"
 
@@ -21,7 +23,6 @@ namespace {
 using namespace platform;
 
 bool ended = false;
-UINT dispatched = WM_NULL;
 
 // The program does all that there is to do.
 void Settle() {
@@ -29,7 +30,6 @@ void Settle() {
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) ended = true;
         TranslateMessage(&message);
-        dispatched = message.message;
         DispatchMessageW(&message);
     }
 }
@@ -122,30 +122,34 @@ DWORD Flag(Button button, bool down) {
     return kDown[static_cast<int>(button)] * (down ? 1 : 2);
 }
 
-void PressKey(int key, const std::vector<int>& held = {}) {
-    const auto send = [](int code, DWORD flags) { keybd_event(static_cast<BYTE>(code), 0, flags, 0); };
-    for (const int shift : held) send(shift, 0);
-    send(key, 0);
-    send(key, KEYEVENTF_KEYUP);
-    for (const int shift : held) send(shift, KEYEVENTF_KEYUP);
-    Settle();
+// Whether the pointer is on what the system sees to by itself, a title for instance. That lets nobody do a
+// thing from the press to the release.
+bool OnSystemFrame() {
+    POINT at;
+    GetCursorPos(&at);
+    const HWND window = WindowFromPoint(at);
+    return (GetWindowLongPtrW(GetAncestor(window, GA_ROOT), GWL_STYLE) & WS_CAPTION) == WS_CAPTION &&
+           SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(at.x, at.y)) != HTCLIENT;
 }
 
 void SendKey(std::string_view name) {
-    static const std::map<std::string_view, int> kNamed{
+    static const std::map<std::string_view, BYTE> kNamed{
         {"Tab", VK_TAB},      {"Return", VK_RETURN}, {"Escape", VK_ESCAPE}, {"Backspace", VK_BACK},
         {"Home", VK_HOME},    {"End", VK_END},       {"Up", VK_UP},         {"Delete", VK_DELETE},
         {"Down", VK_DOWN},    {"Left", VK_LEFT},     {"Right", VK_RIGHT},   {"Space", VK_SPACE},
         {"PgUp", VK_PRIOR},   {"PgDown", VK_NEXT},   {"Menu", VK_APPS},     {"F4", VK_F4},
         {"Ctrl", VK_CONTROL}, {"Shift", VK_SHIFT},   {"Alt", VK_MENU}};
-    std::vector<int> held;
+    std::vector<BYTE> held;
     for (std::size_t plus = name.find('+'); plus < name.size() && plus > 0; plus = name.find('+')) {
         held.push_back(kNamed.at(name.substr(0, plus)));
         name.remove_prefix(plus + 1);
     }
     const auto named = kNamed.find(name);
-    PressKey(named != kNamed.end() ? named->second : VkKeyScanW(static_cast<wchar_t>(name.front())) & 0xFF,
-             held);
+    held.push_back(named != kNamed.end() ? named->second
+                                         : LOBYTE(VkKeyScanW(static_cast<wchar_t>(name.front()))));
+    for (const BYTE key : held) keybd_event(key, 0, 0, 0);
+    for (const BYTE key : held | std::views::reverse) keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
+    Settle();
 }
 
 // Lets assistive technology act on a control.
@@ -177,7 +181,7 @@ void Move(std::string_view form, Point at) { PointAt(form, at); }
 void Press(std::string_view form, Point at, Button button) {
     SetDoubleClickTime(1);
     PointAt(form, at);
-    Mouse(Flag(button, true));
+    Mouse(Flag(button, true) | (OnSystemFrame() ? Flag(button, false) : 0));
 }
 
 void Release(std::string_view form, Point at, Button button) {
@@ -212,16 +216,7 @@ void Type(std::string_view form, std::string_view text) {
     }
 }
 
-std::string Clipboard() {
-    std::string text;
-    for (int i = 0; i < 50 && OpenClipboard(nullptr) == FALSE; ++i) Sleep(10);
-    if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-        text = FromWide(static_cast<const wchar_t*>(GlobalLock(data)));
-        GlobalUnlock(data);
-    }
-    CloseClipboard();
-    return text;
-}
+std::string Clipboard() { return FromWide(ClipboardText(SIZE_MAX)); }
 
 void OpenList(std::string_view form, std::string_view control) { Click(form, control); }
 
@@ -419,13 +414,10 @@ std::size_t HeldResources() {
     return held;
 }
 
-// A menu does not let its step end, nor does a title or scroll bar of the system before the button is let go.
+// A menu does not let its step end.
 bool Live(const std::function<bool()>& step) {
-    static const auto letGo = [](HWND, UINT, UINT_PTR, DWORD) {
-        EndMenu();
-        if (dispatched == WM_NCLBUTTONDOWN) mouse_event(Flag(Button::Left, false), 0, 0, 0, 0);
-    };
-    static const UINT_PTR waiting = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, letGo);
+    static const UINT_PTR waiting =
+        SetTimer(nullptr, 0, USER_TIMER_MINIMUM, [](HWND, UINT, UINT_PTR, DWORD) { EndMenu(); });
     static_cast<void>(waiting);
     for (ended = false;;) {
         Settle();
