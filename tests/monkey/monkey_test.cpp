@@ -11,6 +11,7 @@
 #include <random>
 #include <stdexcept>
 
+#include "alignment/modIni.h"
 #include "support/window_test.h"
 
 namespace {
@@ -175,6 +176,8 @@ TEST_F(Monkey, BreaksNothing) {
     dice.seed(static_cast<unsigned long>(kSeed));
     folder = Folder;
     fs::copy(ORVANE_SOURCE_FOLDER "/data", folder / "program", fs::copy_options::recursive);
+    // Too long for its label in any font, so that the fonts that are tried, and kept, are there early.
+    IniWrite("QUESTION_001", "ansvertext_1", Text(90, 'W'), kQuestionFile);
     robot::Hurry();
     robot::WhenToolkitWarns([](const Text& warning) { Require(false, "the toolkit is silent: " + warning); });
     robot::WhenMessageComes([] { robot::Key("frmAling", OneOf(kKeys)); });
