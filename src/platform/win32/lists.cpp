@@ -133,13 +133,10 @@ LRESULT ListNative::Message(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
         case kChosen:
             waiting_ = false;
-            if (wParam == FALSE) {
-                Select(Index);
-            } else {
-                Index = Selected();
-                Invalidate();
-                if (Owner->Click) Owner->Click();
-            }
+            if (wParam == FALSE) Select(Index);
+            Index = Selected();
+            Invalidate();
+            if (wParam != FALSE && Owner->Click) Owner->Click();
             return 0;
         default: break;
     }
