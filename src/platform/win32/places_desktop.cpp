@@ -103,8 +103,8 @@ Path PathOfName(std::string_view name, const Places& places) {
     std::wstring wide = ToWide(name);
     std::ranges::replace(wide, L'/', L'\\');
     const bool share = wide.starts_with(L"\\\\");
-    const bool drive =
-        wide.size() >= 2 && wide[1] == L':' && IsCharAlphaW(wide[0]) != FALSE && wide[0] < 0x80;
+    // Without the slash it could be a stream as well.
+    const bool drive = wide.find(L":\\") == 1 && IsCharAlphaW(wide[0]) != FALSE && wide[0] < 0x80;
     if (wide.empty() || wide.back() == L'\\') return {};
     const auto steps = StepsOf(drive ? std::wstring_view(wide).substr(2) : wide);
     if (!steps || steps->empty()) return {};
