@@ -114,7 +114,12 @@ struct TextBoxNative : Control::Native {
     bool Held() const { return heldStep_ != 0 || heldGrip_ >= 0; }
     bool HoldBar(POINT at);
     void MoveBar(POINT at);
-    void Scroll(int lines) const { SendMessageW(Window, EM_LINESCROLL, 0, lines); }
+    // To the last page at most; the system by itself goes on until the last line is at the top.
+    void Scroll(int lines) const {
+        const ScrollRange range = Range();
+        const int rest = std::max(0, range.Count - range.Visible - range.First);
+        SendMessageW(Window, EM_LINESCROLL, 0, std::min(lines, rest));
+    }
 
     bool setting_ = false;
     // What is held of the scroll bar: lines that each step moves, or the slider by a grip below its top.
