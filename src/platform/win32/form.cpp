@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <climits>
 #include <functional>
+#include <map>
 #include <utility>
 
 #include "platform/free_place.h"
@@ -330,13 +331,15 @@ void Form::StayOnTop() {
 
 void Form::Centre() { native_->Centre(); }
 
-// The program has one icon, in all sizes.
+// Kept here, since the system shares an icon by its name, whatever the size.
 void Form::SetIcon(std::string_view picture) {
+    static std::map<std::pair<std::wstring, int>, HANDLE> loaded;
     const std::wstring name = ToWide(picture);
-    const HINSTANCE program = GetModuleHandleW(nullptr);
     for (const auto& [which, side] : {std::pair{ICON_BIG, SM_CXICON}, {ICON_SMALL, SM_CXSMICON}}) {
         const int size = GetSystemMetrics(side);
-        const HANDLE icon = LoadImageW(program, name.c_str(), IMAGE_ICON, size, size, LR_SHARED);
+        HANDLE& icon = loaded[{name, size}];
+        if (icon == nullptr)
+            icon = LoadImageW(GetModuleHandleW(nullptr), name.c_str(), IMAGE_ICON, size, size, 0);
         SendMessageW(native_->Window, WM_SETICON, static_cast<WPARAM>(which), reinterpret_cast<LPARAM>(icon));
     }
 }
