@@ -24,13 +24,15 @@ LRESULT CALLBACK OpenListProcedure(HWND window, UINT message, WPARAM wParam, LPA
     const LRESULT result = CallWindowProcW(openListBefore, window, message, wParam, lParam);
     const Control::Native* list =
         Control::Native::Of(reinterpret_cast<HWND>(GetWindowLongPtrW(window, GWLP_USERDATA)));
-    if (message != WM_NCPAINT || list == nullptr || !list->Themed) return result;
+    // Printed while the list slides open.
+    const bool printed = message == WM_PRINT;
+    if ((message != WM_NCPAINT && !printed) || list == nullptr || !list->Themed) return result;
     RECT whole;
     GetWindowRect(window, &whole);
     OffsetRect(&whole, -whole.left, -whole.top);
-    const HDC canvas = GetWindowDC(window);
+    const HDC canvas = printed ? reinterpret_cast<HDC>(wParam) : GetWindowDC(window);
     DrawOutline(canvas, whole, list->Line());
-    ReleaseDC(window, canvas);
+    if (!printed) ReleaseDC(window, canvas);
     return 0;
 }
 
