@@ -16,7 +16,7 @@ target_sources(orvane_platform PRIVATE
   platform/win32/text_box.cpp
   platform/win32/theme_style.cpp
   platform/win32/toolkit.cpp)
-target_link_libraries(orvane_platform PUBLIC gdi32 uxtheme)
+target_link_libraries(orvane_platform PUBLIC gdi32 usp10 uxtheme)
 
 # Bitmaps with their transparency, and an icon with all its sizes.
 set(BITMAPS ${CMAKE_CURRENT_BINARY_DIR}/bitmaps)

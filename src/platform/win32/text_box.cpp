@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include <usp10.h>
 #include <windowsx.h>
 
 #include <algorithm>
@@ -327,7 +328,7 @@ void TextBoxNative::DrawSelection() const {
     IntersectClipRect(canvas, room.left, room.top, room.right, room.bottom);
     SelectObject(canvas, FontOf(Face));
     SetTextColor(canvas, Ink());
-    SetBkColor(canvas, SelectionOf(*this));
+    SetBkMode(canvas, TRANSPARENT);
     const ScrollRange range = Range();
     const auto lineOf = [this](int at) {
         return static_cast<int>(SendMessageW(Window, EM_LINEFROMCHAR, static_cast<WPARAM>(at), 0));
@@ -342,12 +343,26 @@ void TextBoxNative::DrawSelection() const {
         std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
         text[0] = static_cast<wchar_t>(std::min<int>(length, 0xFFFF));  // the room, where the text will be
         SendMessageW(Window, EM_GETLINE, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(text.data()));
-        const auto place = [this](int at) {
-            return static_cast<DWORD>(SendMessageW(Window, EM_POSFROMCHAR, static_cast<WPARAM>(at), 0));
-        };
-        const DWORD at = place(first);
-        TabbedTextOutW(canvas, GET_X_LPARAM(at), GET_Y_LPARAM(at), text.data() + (first - begin), end - first,
-                       0, nullptr, GET_X_LPARAM(place(begin)));
+        const auto at =
+            static_cast<DWORD>(SendMessageW(Window, EM_POSFROMCHAR, static_cast<WPARAM>(begin), 0));
+        const int x = GET_X_LPARAM(at), y = GET_Y_LPARAM(at);
+        // By the means of the box itself, which takes what the font does not have from other fonts.
+        const DWORD flags = SSA_GLYPHS | SSA_FALLBACK | SSA_LINK | (Style.MultiLine ? SSA_TAB : 0);
+        SCRIPT_STRING_ANALYSIS laidOut = nullptr;
+        SCRIPT_TABDEF tabs{};
+        if (ScriptStringAnalyse(canvas, text.data(), length, length * 3 / 2 + 16, -1, flags, 0, nullptr,
+                                nullptr, nullptr, &tabs, nullptr, &laidOut) != S_OK)
+            continue;
+        int left = 0, right = 0;
+        ScriptStringCPtoX(laidOut, first - begin, FALSE, &left);
+        ScriptStringCPtoX(laidOut, end - begin - 1, TRUE, &right);
+        const int saved = SaveDC(canvas);
+        const RECT part{x + std::min(left, right), y, x + std::max(left, right), y + LineHeight()};
+        IntersectClipRect(canvas, part.left, part.top, part.right, part.bottom);
+        Fill(canvas, part, SelectionOf(*this));
+        ScriptStringOut(laidOut, x, y, 0, nullptr, 0, 0, FALSE);
+        ScriptStringFree(&laidOut);
+        RestoreDC(canvas, saved);
     }
     ShowCaret(Window);
     ReleaseDC(Window, canvas);
