@@ -122,13 +122,14 @@ DWORD Flag(Button button, bool down) {
     return kDown[static_cast<int>(button)] * (down ? 1 : 2);
 }
 
-// Whether the pointer is on what the system sees to by itself, a title for instance. That lets nobody do a
-// thing from the press to the release.
+// Whether the pointer is on what the system sees to by itself, a title or a list's scroll bar for instance.
+// That lets nobody do a thing from the press to the release.
 bool OnSystemFrame() {
     POINT at;
     GetCursorPos(&at);
     const HWND window = WindowFromPoint(at);
-    return (GetWindowLongPtrW(GetAncestor(window, GA_ROOT), GWL_STYLE) & WS_CAPTION) == WS_CAPTION &&
+    const Control::Native* control = Control::Native::Of(window);
+    return (control == nullptr || !control->Themed) &&
            SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(at.x, at.y)) != HTCLIENT;
 }
 
