@@ -32,6 +32,7 @@ TEST_F(Controls, AFormComesUpWhereNoOtherIs) {
     form.Centre();
     for (Form* next : {&form, &large, &small}) next->Show();
     EXPECT_EQ(robot::Bounds("Test").Left, 250);
+    EXPECT_EQ(robot::Bounds("Test").Top, 300);
     const auto meet = [](std::string_view one, std::string_view other) {
         const Rect a = robot::Bounds(one), b = robot::Bounds(other);
         return a.Left < b.Left + b.Width && b.Left < a.Left + a.Width && a.Top < b.Top + b.Height &&

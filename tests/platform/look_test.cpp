@@ -54,7 +54,10 @@ TEST_F(Look, TheThemeIsDrawn) {
     const platform::Rect sheet = robot::Bounds("frmWeapons", "txtResult");  // the scroll bar's left edge
     EXPECT_EQ(robot::Pixel("frmWeapons", sheet.Left + sheet.Width - 13, sheet.Top + 78),
               orvane::kControlLine);
+    const auto entry = robot::Pixels("frmStatsGenerator", {12, 131, 80, 15});
     robot::OpenList("frmStatsGenerator", "cmbClass");
     EXPECT_EQ(robot::PopupPixel(0, 30), orvane::kControlLine);
     EXPECT_EQ(robot::PopupPixel(100, 60), orvane::kControlColors.Back);
+    robot::Press("frmStatsGenerator", {4, 28});
+    EXPECT_TRUE(robot::Pixels("frmStatsGenerator", {12, 131, 80, 15}) == entry) << "nothing was chosen";
 }

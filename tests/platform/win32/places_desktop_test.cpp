@@ -24,16 +24,12 @@ TEST(Win32Desktop, NamesOfAllKindsLeadToOnePlace) {
         {"D:\\..\\J\u00FCrgen.ini", L"D:\\J\u00FCrgen.ini"},
         {"//server/share/../../x/y.ini", L""},
         {R"(\\server\share\a\x.ini)", LR"(\\server\share\a\x.ini)"},
-        {R"(\\server\x.ini)", L""},
         {R"(\\?\C:\x.ini)", L""},
-        {R"(\\.\COM1)", L""},
         {"con", L""},
         {"d:\\NUL .txt\\x.ini", L""},
         {"lpt\u00B9.ini", L""},
         {"consul.ini", LR"(C:\u\Orvane\consul.ini)"},
         {"a:b", L""},
-        {"a?.ini", L""},
-        {"d:", L""},
         {"d:\\a\\", L""},
     };
     for (const auto& [name, file] : cases) EXPECT_EQ(PathOfName(name, places).native(), file) << name;

@@ -11,7 +11,8 @@ namespace platform {
 namespace {
 
 TEST_F(ProfileFileTest, KeepsAttributesAndRefusesWhatIsReadOnly) {
-    Put(File, "old");
+    EXPECT_TRUE(ReplaceProfileFile(File, "old"));
+    EXPECT_EQ(GetFileAttributesW(File.c_str()) & FILE_ATTRIBUTE_HIDDEN, 0U);
     SetFileAttributesW(File.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY);
     EXPECT_FALSE(ReplaceProfileFile(File, "new"));
     EXPECT_EQ(BytesOf(File), "old");
@@ -19,7 +20,6 @@ TEST_F(ProfileFileTest, KeepsAttributesAndRefusesWhatIsReadOnly) {
     EXPECT_TRUE(ReplaceProfileFile(File, "new"));
     EXPECT_EQ(BytesOf(File), "new");
     EXPECT_NE(GetFileAttributesW(File.c_str()) & FILE_ATTRIBUTE_HIDDEN, 0U);
-    SetFileAttributesW(File.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 TEST_F(ProfileFileTest, WaitsAMomentForOneWhoHoldsTheFile) {
