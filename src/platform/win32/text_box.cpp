@@ -219,6 +219,7 @@ LRESULT TextBoxNative::Message(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         }
         case WM_MEASUREITEM: MeasureThemedMenu(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam)); return TRUE;
+        case WM_MENUCHAR: return EntryOfKey(static_cast<wchar_t>(LOWORD(wParam)));
         case WM_DRAWITEM: DrawThemedMenu(*reinterpret_cast<DRAWITEMSTRUCT*>(lParam), *this); return TRUE;
         default: break;
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cwchar>
 
 namespace platform {
 namespace {
@@ -164,7 +165,15 @@ void ShowThemedMenu(const Control::Native& box, POINT at) {
     DeleteObject(back);
     if (chosen == 0) return;
     const MenuItem& row = kMenu[static_cast<std::size_t>(chosen - 1)];
-    SendMessageW(window, row.Message, row.wParam, row.lParam);
+    if (Possible(row.Message, window)) SendMessageW(window, row.Message, row.wParam, row.lParam);
+}
+
+LRESULT EntryOfKey(wchar_t key) {
+    for (std::size_t i = 0; i < kMenu.size(); ++i) {
+        const wchar_t* mark = kMenu[i].Text == nullptr ? nullptr : std::wcschr(kMenu[i].Text, L'&');
+        if (mark != nullptr && ParsedCaption{mark + 1, 0}.IsKey(key)) return MAKELRESULT(i, MNC_EXECUTE);
+    }
+    return 0;
 }
 
 void MeasureThemedMenu(MEASUREITEMSTRUCT& item) {

@@ -37,8 +37,10 @@ void DrawScrollBar(HDC canvas, const RECT& area, const Control::Native& control,
 
 COLORREF SelectionOf(const Control::Native& control);
 
-// Shows a text box's menu and does what is chosen. The box is told to measure and draw the entries.
+// Shows a text box's menu and does what is chosen. The box is told to measure and draw the entries, and of
+// keys, since the system does not look for one in what it does not draw.
 void ShowThemedMenu(const Control::Native& box, POINT at);
+LRESULT EntryOfKey(wchar_t key);
 void MeasureThemedMenu(MEASUREITEMSTRUCT& item);
 void DrawThemedMenu(const DRAWITEMSTRUCT& item, const Control::Native& box);
 
