@@ -29,6 +29,8 @@ std::wstring Read(std::size_t most) {
 }  // namespace
 
 std::wstring ClipboardText(std::size_t most) {
+    // A window of this very thread may be asked about what it copied, and could not answer while that waits.
+    if (GetWindowThreadProcessId(GetClipboardOwner(), nullptr) == GetCurrentThreadId()) return Read(most);
     return Within(1000, [most] { return Read(most); }).value_or(std::wstring());
 }
 
