@@ -182,6 +182,7 @@ TEST_F(Controls, TheFocusAsksBeforeItGoesAndTellsThatItWent) {
     robot::Key("Test", "Alt+S");
     EXPECT_EQ(Events(), (Strings{"lost", "saved"}));
     robot::Click("Test", "button");
-    for (const char* key : {"Return", "Space"}) robot::Key("Test", key);
+    for (const char* key : {"Return", "Space", "Shift+Tab"}) robot::Key("Test", key);
     EXPECT_EQ(Events(), (Strings{"saved", "saved", "saved"}));
+    EXPECT_EQ(robot::Focus("Test"), "second");
 }
