@@ -26,10 +26,9 @@ void LabelNative::SetCaption(std::string_view caption) {
     Text = caption;
     Parsed = ParseCaption(caption);
     fitted_ = nullptr;
-    // For whoever asks the window instead of its assistant's description.
-    SetWindowTextW(Window, Parsed.Text.c_str());
     NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, Window, OBJID_CLIENT, CHILDID_SELF);
-    Invalidate();
+    // A press may change many, and each that is drawn later costs the system four times as much.
+    Invalidate(true);
 }
 
 void LabelNative::FontChanged() {

@@ -111,6 +111,7 @@ LRESULT ListNative::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_PAINT: {
             if (!Themed) break;
+            ValidateRect(Window, nullptr);
             const Drawing drawing(Window);
             SelectObject(drawing.Canvas(), FontOf(Face));
             DrawList(drawing.Canvas(), drawing.Area(), *this, Entry(Index));

@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "platform/controls.h"
@@ -184,8 +185,17 @@ void PictureBox::Line(float x1, float y1, float x2, float y2, Color color) {
     const double wayX = (x2 - x1) * density, wayY = (y2 - y1) * density;
     const double square = wayX * wayX + wayY * wayY;
     const double half = width_ * density / 2;
-    for (int y = 0; y < bits.Height; ++y) {
-        for (int x = 0; x < bits.Width; ++x) {
+    // The pixels between which it lies on one side of the picture.
+    const auto reach = [half](double from, double way, int size) {
+        const double least = std::min(from, from + way) - half - 1,
+                     most = std::max(from, from + way) + half + 1;
+        return std::pair(static_cast<int>(std::clamp<double>(least, 0, size)),
+                         static_cast<int>(std::clamp<double>(most, 0, size)));
+    };
+    const auto [left, right] = reach(fromX, wayX, bits.Width);
+    const auto [top, bottom] = reach(fromY, wayY, bits.Height);
+    for (int y = top; y < bottom; ++y) {
+        for (int x = left; x < right; ++x) {
             const double toX = x + 0.5 - fromX, toY = y + 0.5 - fromY;
             const double along = square == 0 ? 0 : std::clamp((toX * wayX + toY * wayY) / square, 0.0, 1.0);
             const double distance = std::hypot(toX - along * wayX, toY - along * wayY);

@@ -79,9 +79,9 @@ HANDLE FirstDrawn() {
     return event;
 }
 
-ATOM RegisteredClass(const wchar_t* name, WNDPROC procedure) {
+ATOM RegisteredClass(const wchar_t* name, WNDPROC procedure, UINT style) {
     WNDCLASSW made{};
-    made.style = CS_DBLCLKS;
+    made.style = CS_DBLCLKS | style;
     made.lpfnWndProc = procedure;
     made.hInstance = GetModuleHandleW(nullptr);
     made.hCursor = LoadCursorW(nullptr, IDC_ARROW);
@@ -220,8 +220,7 @@ Bitmap MakeBitmap(int width, int height) {
     return {handle, static_cast<std::uint32_t*>(pixels), width, height};
 }
 
-Drawing::Drawing(HWND window) : window_(window) {
-    BeginPaint(window, &paint_);
+Drawing::Drawing(HWND window) : window_(window), screen_(GetDC(window)) {
     GetClientRect(window, &area_);
     canvas_ = CanvasOf(WidthOf(area_), HeightOf(area_));
     SaveDC(canvas_);
@@ -231,8 +230,8 @@ Drawing::Drawing(HWND window) : window_(window) {
 
 Drawing::~Drawing() {
     RestoreDC(canvas_, -1);
-    BitBlt(paint_.hdc, 0, 0, WidthOf(area_), HeightOf(area_), canvas_, 0, 0, SRCCOPY);
-    EndPaint(window_, &paint_);
+    BitBlt(screen_, 0, 0, WidthOf(area_), HeightOf(area_), canvas_, 0, 0, SRCCOPY);
+    ReleaseDC(window_, screen_);
 }
 
 bool PointerHasMoved() {
@@ -272,7 +271,8 @@ ParsedCaption ParseCaption(std::string_view caption) {
 Control::Native::Native(Form& form, std::string_view name, const Rect& place, const wchar_t* windowClass,
                         DWORD style, Pointer pointer, DWORD extendedStyle)
     : Parent(&form.Toolkit()), Place(ScaledRect(place)), Name(name), pointer_(pointer) {
-    static const ATOM drawnClass = RegisteredClass(kDrawnClass, DefWindowProcW);
+    // They draw one after the other, so one canvas of the screen does for all.
+    static const ATOM drawnClass = RegisteredClass(kDrawnClass, DefWindowProcW, CS_CLASSDC);
     if (windowClass != nullptr) LoadSystemControls();
     Window = CreateWindowExW(extendedStyle, windowClass == nullptr ? MAKEINTATOM(drawnClass) : windowClass,
                              nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, Place.left, Place.top,
@@ -304,6 +304,8 @@ LRESULT Control::Native::Message(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_PAINT:
             if (pointer_ == Pointer::Plain) {
+                // All of it is drawn at one go, with no need for a caret and a background to make way.
+                ValidateRect(Window, nullptr);
                 DrawAllHere();
                 return 0;
             }
@@ -470,13 +472,18 @@ void Control::Native::DrawAllHere() {
 void Control::Native::Draw(HDC canvas, const RECT& area) { Fill(canvas, area, Back()); }
 
 // With those above it through which it is seen.
-void Control::Native::Invalidate() const {
+void Control::Native::Invalidate(bool atOnce) {
     if (!IsWindowVisible(Parent->Window)) return;
-    for (const Native* control : Parent->Controls) {
+    for (Native* control : Parent->Controls) {
         RECT common;
-        if (control == this || (control->Order > Order && control->Transparent() &&
-                                IntersectRect(&common, &Place, &control->Place)))
+        if (control != this && !(control->Order > Order && control->Transparent() &&
+                                 IntersectRect(&common, &Place, &control->Place)))
+            continue;
+        if (atOnce) {
+            control->DrawAllHere();
+        } else {
             InvalidateRect(control->Window, nullptr, FALSE);
+        }
     }
 }
 

@@ -22,8 +22,8 @@ std::wstring TextOf(HWND window);
 // An event that comes when the first window is on the screen.
 HANDLE FirstDrawn();
 
-// A class of windows that draw themselves.
-ATOM RegisteredClass(const wchar_t* name, WNDPROC procedure);
+// A class of windows that draw themselves, of a style besides that of all.
+ATOM RegisteredClass(const wchar_t* name, WNDPROC procedure, UINT style = 0);
 // Hands the messages of a window to a procedure; gives the one that had them.
 WNDPROC Subclassed(HWND window, WNDPROC procedure);
 
@@ -75,7 +75,7 @@ class Drawing {
 
  private:
     HWND window_;
-    PAINTSTRUCT paint_{};
+    HDC screen_;
     RECT area_{};
     HDC canvas_;
 };
@@ -141,7 +141,8 @@ struct Control::Native {
 
     void PressLater() const;
 
-    void Invalidate() const;
+    // Draws it anew later, with all that has changed by then, or at once.
+    void Invalidate(bool atOnce = false);
     // Leaves to the later controls what they cover.
     void LeaveToLater() const;
     COLORREF Back() const;
